@@ -1,0 +1,22 @@
+#pragma once
+
+#include "base/tallybase_export.h"
+
+#include <QDateTime>
+#include <QString>
+
+namespace TALLYFORM {
+
+/// Date-times as text, in the one form "yyyy-MM-ddThh:mm:ss,zzzZ" and always in UTC; the two directions are inverse.
+class TALLYBASE_EXPORT Converters
+{
+public:
+    Converters() = delete;
+
+    /// The text of a date-time; empty for a null or invalid one and for years outside 0 to 9999.
+    static QString ToString(const QDateTime& time);
+    /// The date-time of a text; null for a text that is not exactly in the form or names no real date and time.
+    static QDateTime ToDateTime(const QString& text);
+};
+
+} // namespace TALLYFORM

@@ -1,0 +1,7 @@
+#include "base/logger.h"
+
+namespace TALLYFORM {
+
+Logger::~Logger() = default;
+
+} // namespace TALLYFORM

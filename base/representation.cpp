@@ -1,0 +1,158 @@
+#include "base/exceptions.h"
+#include "base/report.h"
+#include "base/tallyobject.h"
+
+#include <QDataStream>
+#include <QFile>
+#include <QtEndian>
+
+#include <optional>
+
+namespace TALLYFORM {
+
+namespace {
+
+constexpr int wordSize = sizeof(quint32);
+constexpr int frameSize = 2 * wordSize; // tag and length
+
+/// Representations are kept in files, so their form must not change with Qt.
+constexpr auto streamVersion = QDataStream::Qt_5_15;
+
+bool refuse(const ITallyObject& object, const QString& reason, int line)
+{
+    report(object, reason, QStringLiteral("base/representation.cpp"), static_cast<unsigned short>(line));
+    return false;
+}
+
+/// The word at a place of the bytes, if they are that long.
+std::optional<quint32> wordAt(const QByteArray& bytes, int place)
+{
+    if (bytes.size() < place + wordSize)
+        return std::nullopt;
+    return qFromBigEndian<quint32>(bytes.constData() + place);
+}
+
+/// The word that the stream gives next, which stays in it.
+std::optional<quint32> nextWord(const QDataStream& stream)
+{
+    const QByteArray bytes = stream.device() ? stream.device()->peek(wordSize) : QByteArray();
+    const std::optional<quint32> word = wordAt(bytes, 0);
+    return word && stream.byteOrder() == QDataStream::LittleEndian ? qbswap(*word) : word;
+}
+
+/// Whether the bytes are the announced size and the compressed data that qCompress makes.
+bool isCompressed(const QByteArray& bytes)
+{
+    constexpr char deflated = 0x78; // the first byte of zlib's default method and window
+    constexpr qint64 bestRatio = 1032; // no deflated byte stands for more, so a larger size is a lie
+    return bytes.size() > wordSize && bytes[wordSize] == deflated && *wordAt(bytes, 0) <= bytes.size() * bestRatio;
+}
+
+/// The frame that the bytes are or were compressed from; null if they are neither.
+QByteArray frameOf(const QByteArray& bytes, quint32 tag)
+{
+    if (wordAt(bytes, 0) == tag)
+        return bytes;
+    const QByteArray frame = isCompressed(bytes) ? qUncompress(bytes) : QByteArray();
+    return wordAt(bytes, 0) == quint32(frame.size()) ? frame : QByteArray();
+}
+
+void readFrame(ITallyObject& object, const QByteArray& frame)
+{
+    const int length = frame.size() - frameSize;
+    if (wordAt(frame, wordSize) != quint32(length))
+        throw BinaryParsingException(QStringLiteral("The binary representation of '%1' holds %2 bytes and tells of %3.")
+                                         .arg(object.GetObjectName()).arg(length).arg(*wordAt(frame, wordSize)));
+    QDataStream stream(frame);
+    stream.setVersion(streamVersion);
+    stream.skipRawData(frameSize);
+    object.SetBinary(stream, length);
+}
+
+bool readRepresentation(ITallyObject& object, quint32 tag, const QByteArray& bytes, const QString& source)
+{
+    const QByteArray frame = frameOf(bytes, tag);
+    if (frame.size() < frameSize || wordAt(frame, 0) != tag)
+        return refuse(object, QStringLiteral("%1: no binary representation of '%2'")
+                                  .arg(source, object.GetObjectName()), __LINE__);
+    try {
+        readFrame(object, frame);
+    } catch (TallyFormException& failure) {
+        failure.SetOrigin(source);
+        throw;
+    }
+    return true;
+}
+
+} // namespace
+
+bool ITallyObject::GetBinaryRepresentation(QDataStream& stream) const
+{
+    return GetBinary(stream, representationTag(), true) && stream.status() == QDataStream::Ok;
+}
+
+QByteArray ITallyObject::GetBinaryRepresentationAsQByteArray() const
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(streamVersion);
+    GetBinaryRepresentation(stream);
+    return bytes;
+}
+
+bool ITallyObject::GetCompressedBinaryRepresentation(QDataStream& stream) const
+{
+    const QByteArray compressed = GetCompressedBinaryRepresentationAsQByteArray();
+    if (compressed.isEmpty())
+        return false;
+    stream << compressed;
+    return stream.status() == QDataStream::Ok;
+}
+
+QByteArray ITallyObject::GetCompressedBinaryRepresentationAsQByteArray() const
+{
+    const QByteArray frame = GetBinaryRepresentationAsQByteArray();
+    return frame.isEmpty() ? frame : qCompress(frame);
+}
+
+bool ITallyObject::SetBinaryRepresentation(const QByteArray& representation)
+{
+    return readRepresentation(*this, quint32(representationTag()), representation, QStringLiteral("bytes"));
+}
+
+bool ITallyObject::SetBinaryRepresentation(QDataStream& stream)
+{
+    if (nextWord(stream) != quint32(representationTag())) {
+        QByteArray compressed;
+        stream >> compressed;
+        return readRepresentation(*this, quint32(representationTag()), compressed, QStringLiteral("stream"));
+    }
+    qint32 tag = 0;
+    qint32 length = -1; // stays, and is refused, if the stream ends here
+    stream >> tag >> length;
+    SetBinary(stream, length);
+    return true;
+}
+
+bool ITallyObject::LoadBinary(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return refuse(*this, path + QLatin1String(": ") + file.errorString(), __LINE__);
+    QByteArray bytes = file.readAll();
+    const QByteArray streamed = bytes.mid(wordSize);
+    if (wordAt(bytes, 0) == quint32(streamed.size()) && isCompressed(streamed)) // written by way of a stream
+        bytes = streamed;
+    return readRepresentation(*this, quint32(representationTag()), bytes, path);
+}
+
+bool ITallyObject::MergeTallyObject(const ITallyObject& other)
+{
+    if (other.m_id != m_id)
+        return refuse(*this, QStringLiteral("'%1' takes nothing over from '%2'.")
+                                 .arg(m_name, other.GetObjectName()), __LINE__);
+    const QByteArray content = other.GetBinaryRepresentationAsQByteArray();
+    return content.isEmpty() || SetBinaryRepresentation(content);
+}
+
+} // namespace TALLYFORM

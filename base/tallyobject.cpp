@@ -1,0 +1,62 @@
+#include "base/tallyobject.h"
+
+#include <QDataStream>
+#include <QXmlStreamReader>
+
+namespace TALLYFORM {
+
+ITallyObject::ITallyObject(ITallyObject&& other) noexcept
+    : m_id(other.m_id), m_name(other.m_name), m_logger(other.m_logger), m_type(other.m_type),
+      m_validate(other.m_validate)
+{
+}
+
+ITallyObject::~ITallyObject() = default;
+
+const QString& ITallyObject::GetVersion() const
+{
+    static const QString none;
+    return none;
+}
+
+void ITallyObject::ProcessXml(QXmlStreamReader& reader)
+{
+    // The end is told by its name and not by depth: an element that is left alone is never closed in this loop.
+    const QString element = reader.name().toString();
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement())
+            ProcessXmlStartElement(reader);
+        else if (reader.isEndElement() && reader.name() == element)
+            return;
+    }
+}
+
+void ITallyObject::ProcessXmlStartElement(QXmlStreamReader&) {}
+
+QString ITallyObject::GetTextValue(QXmlStreamReader& reader) const
+{
+    return ElementText(reader);
+}
+
+void ITallyObject::skipCurrentElement(QDataStream& stream, int length, int)
+{
+    if (length > 0)
+        stream.skipRawData(length);
+}
+
+QString ElementText(QXmlStreamReader& reader)
+{
+    QString text = QStringLiteral("");
+    for (int depth = 1; depth > 0 && !reader.atEnd();) { // a loop, since documents may nest deeper than the stack
+        switch (reader.readNext()) {
+        case QXmlStreamReader::StartElement: ++depth; break;
+        case QXmlStreamReader::EndElement: --depth; break;
+        case QXmlStreamReader::Characters: text += reader.text(); break;
+        default: break;
+        }
+    }
+    return text;
+}
+
+} // namespace TALLYFORM

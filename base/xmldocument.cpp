@@ -1,0 +1,122 @@
+#include "base/exceptions.h"
+#include "base/report.h"
+#include "base/savefile.h"
+#include "base/tallyobject.h"
+
+#include <QFile>
+#include <QScopeGuard>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace TALLYFORM {
+
+namespace {
+
+bool refuse(const ITallyObject& object, const QString& reason, int line)
+{
+    report(object, reason, QStringLiteral("base/xmldocument.cpp"), static_cast<unsigned short>(line));
+    return false;
+}
+
+QString placeIn(const QString& source, const QXmlStreamReader& reader)
+{
+    return QStringLiteral("%1, line %2, column %3")
+        .arg(source, QString::number(reader.lineNumber()), QString::number(reader.columnNumber()));
+}
+
+bool findRoot(QXmlStreamReader& reader, const QString& name)
+{
+    while (!reader.atEnd() && reader.readNext() != QXmlStreamReader::StartElement) {
+        if (reader.tokenType() == QXmlStreamReader::DTD) // its entities let a small document grow without bound
+            reader.raiseError(QStringLiteral("A document type definition is not accepted."));
+    }
+    if (!reader.hasError() && reader.name() != name)
+        reader.raiseError(QStringLiteral("The root element is '%1', not '%2'.").arg(reader.name().toString(), name));
+    return !reader.hasError();
+}
+
+void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& source)
+{
+    try {
+        object.ProcessXml(reader);
+    } catch (TallyFormException& failure) {
+        failure.SetOrigin(placeIn(source, reader));
+        throw;
+    }
+}
+
+bool readDocument(ITallyObject& object, QXmlStreamReader& reader, const QString& source)
+{
+    if (findRoot(reader, object.GetObjectName()))
+        readRoot(object, reader, source);
+    while (!reader.atEnd())
+        reader.readNext();
+    return !reader.hasError() || refuse(object, placeIn(source, reader) + QLatin1String(": ") + reader.errorString(),
+                                        __LINE__);
+}
+
+bool writeElement(const ITallyObject& object, QXmlStreamWriter& writer, const QString& text)
+{
+    const int before = text.size();
+    object.GetXml(writer);
+    if (text.size() == before)
+        return refuse(object, QStringLiteral("'%1' has nothing to write.").arg(object.GetObjectName()), __LINE__);
+    if (writer.hasError() || !text.isValidUtf16())
+        return refuse(object, QStringLiteral("'%1' holds a character that XML cannot carry.")
+                                  .arg(object.GetObjectName()), __LINE__);
+    return true;
+}
+
+} // namespace
+
+bool ITallyObject::SetXmlString(const QString& xml, bool reset)
+{
+    if (reset)
+        Reset();
+    QXmlStreamReader reader(xml);
+    return readDocument(*this, reader, QStringLiteral("text"));
+}
+
+bool ITallyObject::LoadXml(const QString& path)
+{
+    QFile file(path);
+    return LoadXml(file);
+}
+
+bool ITallyObject::LoadXml(QFile& file)
+{
+    const bool wasOpen = file.isOpen();
+    if (!wasOpen && !file.open(QIODevice::ReadOnly))
+        return refuse(*this, file.fileName() + QLatin1String(": ") + file.errorString(), __LINE__);
+    const auto close = qScopeGuard([&] {
+        if (!wasOpen)
+            file.close();
+    });
+    if (!file.isReadable())
+        return refuse(*this, file.fileName() + QLatin1String(": not open for reading"), __LINE__);
+    QXmlStreamReader reader(&file);
+    return readDocument(*this, reader, file.fileName());
+}
+
+QString ITallyObject::GetXmlString() const
+{
+    QString text;
+    QXmlStreamWriter writer(&text);
+    return writeElement(*this, writer, text) ? text : QString();
+}
+
+bool ITallyObject::SaveXml(const QString& path) const
+{
+    // Written into a string, which is much faster than a device; the writer leaves the encoding out for one.
+    QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    QXmlStreamWriter writer(&text);
+    writer.setAutoFormatting(true);
+    writer.setAutoFormattingIndent(1);
+    if (!writeElement(*this, writer, text))
+        return false;
+    writer.writeEndDocument();
+    QString reason;
+    return SaveFile(path, text.toUtf8(), reason) || refuse(*this, path + QLatin1String(": ") + reason, __LINE__);
+}
+
+} // namespace TALLYFORM

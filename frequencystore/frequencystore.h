@@ -1,0 +1,9 @@
+#pragma once
+
+/// Everything the library offers.
+
+#include "base/converters.h"
+#include "base/errorhandler.h"
+#include "base/exceptions.h"
+#include "base/logger.h"
+#include "frequencystore/records/allrecords.h"

@@ -1,0 +1,144 @@
+#pragma once
+
+/// What is demanded of a record's content, and what it holds.
+
+#include "frequencystore/kernel/access.h"
+#include "frequencystore/kernel/walk.h"
+
+namespace Velmara::kernel {
+
+/// Throws for a member that is not as it must be.
+class Checker
+{
+public:
+    Checker(const ITallyObject& self, const RecordData& data, bool flag) : m_self(self), m_data(data), m_flag(flag) {}
+
+    template <IsValue T> void operator()(const Member& m, const T& value) const
+    {
+        demand(m, m_data.isSet(m) ? !isGuarded<T> || isValid(m, value) : !m.isMandatory());
+    }
+
+    template <IsRecord T> void operator()(const Member& m, const T& child) const
+    {
+        if (m.isMandatory() || m_data.isSet(m))
+            Record<T>::check(child, m_flag);
+    }
+
+    template <class T> void operator()(const Member& m, const QVector<T>& list) const
+    {
+        if (!m_data.isSet(m))
+            demand(m, !m.isMandatory());
+        else if constexpr (IsRecord<T>)
+            for (const T& item : list)
+                Record<T>::check(item, m_flag);
+        else
+            demand(m, isValid(m, list));
+    }
+
+private:
+    void demand(const Member& m, bool isMet) const
+    {
+        if (!isMet)
+            fail(m);
+    }
+    [[noreturn]] void fail(const Member& m) const;
+
+    const ITallyObject& m_self;
+    const RecordData& m_data;
+    bool m_flag;
+};
+
+/// Throws for a chosen alternative that is not there. It looks no further into it: an alternative is checked when it is
+/// written.
+class ChoiceChecker
+{
+public:
+    ChoiceChecker(const ITallyObject& self, const RecordData& data, const ChoiceGroup& group)
+        : m_self(self), m_data(data), m_group(group)
+    {
+    }
+
+    void operator()(const Member& m, double) const
+    {
+        if (!m_data.isSet(m))
+            failValue(m);
+    }
+
+    template <IsRecord T> void operator()(const Member& m, const T& child) const
+    {
+        if (m_data.isSet(m) ? !child.HasData() : m_group.isMandatory)
+            failRecord(m);
+    }
+
+    [[noreturn]] void failUnchosen() const;
+
+private:
+    [[noreturn]] void failValue(const Member& m) const;
+    [[noreturn]] void failRecord(const Member& m) const;
+    [[noreturn]] void fail(const QString& text) const;
+
+    const ITallyObject& m_self;
+    const RecordData& m_data;
+    const ChoiceGroup& m_group;
+};
+
+template <class R> void checkChoice(const R& r)
+{
+    const auto& data = Record<R>::layout(r);
+    const ChoiceChecker checker(r, data, R::choiceGroup);
+    if (!visitChosen(data, checker) && R::choiceGroup.isMandatory)
+        checker.failUnchosen();
+}
+
+template <class R> void Record<R>::check(const R& r, bool flag)
+{
+    const auto& data = layout(r);
+    if constexpr (HasChoice<R>)
+        if (r.GetValidate())
+            checkChoice(r);
+    visit<solitaries>(data, Checker(r, data, flag));
+}
+
+/// Whether a member is there as its parent's HasData asks, a child being complete, or as AnyData asks, a child holding
+/// anything.
+enum class Depth { Complete, Anything };
+template <Depth depth> struct Holds
+{
+    const RecordData& data;
+
+    template <class T> bool operator()(const Member& m, const T& field) const
+    {
+        if constexpr (IsRecord<T>)
+            return depth == Depth::Complete ? field.HasData() : field.AnyData();
+        else if constexpr (isList<T>)
+            return !field.isEmpty();
+        else if constexpr (std::is_same_v<T, QString>)
+            return !field.isNull();
+        else
+            return data.isSet(m);
+    }
+};
+
+template <class R> bool Record<R>::hasData(const R& r)
+{
+    if constexpr (countOf<mandatories, Layout<R>> == 0 && !isChoiceMandatory<R>())
+        return true;
+    if (!r.m_data)
+        return false;
+    const auto& data = *held(r);
+    const Holds<Depth::Complete> holds{data};
+    const auto isChosenThere = [&](const Member& m, const auto& field) { return data.isChosen(m) && holds(m, field); };
+    if (isChoiceMandatory<R>() && !any<alternatives>(data, isChosenThere))
+        return false;
+    return !any<mandatories>(data, [&](const Member& m, const auto& field) { return !holds(m, field); });
+}
+
+template <class R> bool Record<R>::anyData(const R& r)
+{
+    if (!r.m_data)
+        return false;
+    const auto& data = *held(r);
+    return data.choice != -1 || any<solitaries>(data, Holds<Depth::Anything>{data});
+}
+
+} // namespace Velmara::kernel

@@ -1,0 +1,140 @@
+#pragma once
+
+/// For the source file of a family of records: instantiates their operations.
+
+#include "frequencystore/kernel/check.h"
+#include "frequencystore/kernel/compare.h"
+#include "frequencystore/kernel/lifecycle.h"
+#include "frequencystore/kernel/packed.h"
+#include "frequencystore/kernel/tagged.h"
+#include "frequencystore/kernel/xml.h"
+
+namespace Velmara::kernel {
+
+constexpr bool startsWith(const char* text, QLatin1String name)
+{
+    for (int i = 0; i < name.size(); ++i)
+        if (text[i] != name.data()[i])
+            return false;
+    return text[name.size()] == '\0' || text[name.size()] == ',';
+}
+
+constexpr const char* nextLabel(const char* labels)
+{
+    while (*labels && *labels != ' ')
+        ++labels;
+    return *labels ? labels + 1 : labels;
+}
+
+/// Whether the alternatives of a choice group are those rows, in that order.
+template <class... Row> constexpr bool areAlternatives(const char* labels, Rows<Row...>)
+{
+    const auto isNext = [&labels](const Member& m) {
+        if (!m.isAlternative())
+            return true;
+        const bool isMatch = startsWith(labels, m.name);
+        labels = nextLabel(labels);
+        return isMatch;
+    };
+    return (isNext(Row::info) && ...) && *labels == '\0';
+}
+
+template <class R> constexpr void assertWellFormed()
+{
+    using Data = typename Record<R>::template Layout<R>;
+    static_assert(countOf<contents, Data> <= 1, "a record has one content at most");
+    static_assert(HasChoice<R> || countOf<alternatives, Data> == 0, "an alternative needs a VELMARA_CHOICE");
+    if constexpr (HasChoice<R>)
+        static_assert(areAlternatives(R::choiceGroup.labels, typename Data::List()),
+                      "a choice group lists its alternatives in the order of their rows");
+}
+
+template <class R> bool Record<R>::prepareNames()
+{
+    assertWellFormed<R>();
+    visitDescriptions(typename Layout<R>::List(), [](const Member& m) {
+        if (m.names)
+            m.names();
+    });
+    if constexpr (HasChoice<R>)
+        R::choiceGroup.names();
+    return true;
+}
+
+} // namespace Velmara::kernel
+
+#define VELMARA_IMPLEMENT_RECORD(R)                                                                                    \
+    template struct kernel::Record<R>;                                                                                 \
+    R::R()                                                                                                             \
+    {                                                                                                                  \
+        ITallyObject::SetObjectName(GetStaticObjectName());                                                            \
+        m_id = id;                                                                                                     \
+    }                                                                                                                  \
+    R::R(const R& other) : ITallyObject(other.GetObjectType()), m_data(other.m_data)                                   \
+    {                                                                                                                  \
+        ITallyObject::SetObjectName(GetStaticObjectName());                                                            \
+        m_id = id;                                                                                                     \
+        kernel::Record<R>::setValidate(*this, other.GetValidate());                                                    \
+    }                                                                                                                  \
+    R::R(R&& other) noexcept = default;                                                                                \
+    R::~R() = default;                                                                                                 \
+    R& R::operator=(const R& other)                                                                                    \
+    {                                                                                                                  \
+        m_data = other.m_data;                                                                                         \
+        return *this;                                                                                                  \
+    }                                                                                                                  \
+    R& R::operator=(R&& other) noexcept                                                                                \
+    {                                                                                                                  \
+        m_data = std::move(other.m_data);                                                                              \
+        return *this;                                                                                                  \
+    }                                                                                                                  \
+    bool R::operator==(const R& other) const { return kernel::Record<R>::equal(*this, other); }                        \
+    void R::InitData() const { kernel::Record<R>::own(*this); }                                                        \
+    bool R::HasData() const { return kernel::Record<R>::hasData(*this); }                                              \
+    bool R::AnyData() const { return kernel::Record<R>::anyData(*this); }                                              \
+    void R::Reset() { kernel::Record<R>::reset(*this); }                                                               \
+    void R::ResetToDefault() { kernel::Record<R>::resetToDefault(*this); }                                             \
+    void R::Check() const { Check(false); }                                                                            \
+    void R::Check(bool flag) const                                                                                     \
+    {                                                                                                                  \
+        kernel::Record<R>::propagate(*this);                                                                           \
+        kernel::Record<R>::check(*this, flag);                                                                         \
+    }                                                                                                                  \
+    void R::SetObjectType(TALLYFORM::ObjectTypes) {}                                                                   \
+    void R::SetValidate(bool validate) const { kernel::Record<R>::setValidate(*this, validate); }                      \
+    void R::SetLogger(std::shared_ptr<TALLYFORM::Logger> logger) const                                                 \
+    {                                                                                                                  \
+        kernel::Record<R>::setLogger(*this, logger);                                                                   \
+    }                                                                                                                  \
+    void R::GetXml(QXmlStreamWriter& writer) const                                                                     \
+    {                                                                                                                  \
+        kernel::Record<R>::verify(*this);                                                                              \
+        kernel::Record<R>::writeXml(*this, writer);                                                                    \
+    }                                                                                                                  \
+    void R::ProcessXml(QXmlStreamReader& reader)                                                                       \
+    {                                                                                                                  \
+        kernel::Record<R>::propagate(*this);                                                                           \
+        kernel::Record<R>::readXml(*this, reader);                                                                     \
+    }                                                                                                                  \
+    void R::ProcessXmlStartElement(QXmlStreamReader& reader) { kernel::Record<R>::readElement(*this, reader); }        \
+    bool R::GetBinary(QDataStream& stream, int tag, bool writeTag) const                                               \
+    {                                                                                                                  \
+        kernel::Record<R>::verify(*this);                                                                              \
+        return kernel::Record<R>::writeTagged(*this, stream, quint32(tag), writeTag);                                  \
+    }                                                                                                                  \
+    void R::SetBinary(QDataStream& stream, int length)                                                                 \
+    {                                                                                                                  \
+        kernel::Record<R>::propagate(*this);                                                                           \
+        kernel::Record<R>::readTagged(*this, stream, length);                                                          \
+    }                                                                                                                  \
+    void R::GetVersionSpecificBinaryWithoutValidation(QDataStream& stream) const                                       \
+    {                                                                                                                  \
+        kernel::Record<R>::writePacked(*this, stream);                                                                 \
+    }                                                                                                                  \
+    void R::SetVersionSpecificBinaryWithoutValidation(QDataStream& stream)                                             \
+    {                                                                                                                  \
+        kernel::Record<R>::readPacked(*this, stream);                                                                  \
+    }                                                                                                                  \
+    namespace {                                                                                                        \
+    const bool areNamesOf##R##Ready = kernel::Record<R>::prepareNames();                                               \
+    }

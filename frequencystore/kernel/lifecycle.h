@@ -1,0 +1,154 @@
+#pragma once
+
+/// Making, resetting and upgrading private data, and handing the validation flag and the logger down the tree.
+
+#include "frequencystore/kernel/walk.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace Velmara::kernel {
+
+/// What a record hands down to the tree below it.
+struct Heritage
+{
+    std::optional<bool> validate;
+    const std::shared_ptr<TALLYFORM::Logger>* logger = nullptr;
+
+    void giveTo(const ITallyObject& object) const
+    {
+        if (validate)
+            object.ITallyObject::SetValidate(*validate);
+        if (logger)
+            object.ITallyObject::SetLogger(*logger);
+    }
+    bool isHeldBy(const ITallyObject& object) const
+    {
+        return (!validate || object.ITallyObject::GetValidate() == *validate)
+            && (!logger || object.GetLogger() == *logger);
+    }
+};
+
+/// Whether a member's subtree lacks what its record hands down.
+struct LacksHeritage
+{
+    const Heritage& heritage;
+
+    template <class T> bool operator()(const Member&, const T& field) const
+    {
+        if constexpr (IsRecord<T>)
+            return !Record<T>::hasInherited(field, heritage);
+        else
+            return false;
+    }
+    template <IsRecord T> bool operator()(const Member& m, const QVector<T>& list) const
+    {
+        return std::any_of(list.begin(), list.end(), [&](const T& item) { return (*this)(m, item); });
+    }
+};
+
+struct HandDown
+{
+    const Heritage& heritage;
+
+    template <class T> void operator()(const Member&, T& field) const
+    {
+        if constexpr (IsRecord<T>)
+            Record<T>::handDown(field, heritage);
+    }
+    /// A vector may be shared with another record, which must not notice: it is only touched if it has to be.
+    template <IsRecord T> void operator()(const Member& m, QVector<T>& list) const
+    {
+        if (LacksHeritage{heritage}(m, std::as_const(list)))
+            for (T& item : list)
+                Record<T>::handDown(item, heritage);
+    }
+};
+
+template <class R> void Record<R>::handDown(const R& r, const Heritage& heritage)
+{
+    heritage.giveTo(r);
+    if (r.m_data)
+        visit(layout(r), HandDown{heritage});
+}
+
+template <class R> bool Record<R>::hasInherited(const R& r, const Heritage& heritage)
+{
+    return heritage.isHeldBy(r) && (!r.m_data || !any(*held(r), LacksHeritage{heritage}));
+}
+
+template <class R> void Record<R>::setValidate(const R& r, bool validate)
+{
+    handDown(r, {.validate = validate});
+}
+
+template <class R> void Record<R>::setLogger(const R& r, const std::shared_ptr<TALLYFORM::Logger>& logger)
+{
+    handDown(r, {.logger = &logger});
+}
+
+template <class R> void Record<R>::propagate(const R& r)
+{
+    const std::shared_ptr<TALLYFORM::Logger> logger = r.GetLogger();
+    handDown(r, {.validate = r.GetValidate(), .logger = &logger});
+}
+
+/// What precedes the writing of a tree.
+template <class R> void Record<R>::verify(const R& r)
+{
+    propagate(r);
+    if (r.GetValidate())
+        check(r, false);
+}
+
+/// Gives the record private data of its own, made new or copied from what it shares.
+template <class R> void Record<R>::own(const R& r)
+{
+    struct Data final : Layout<R>
+    {
+        RecordData* clone() const override { return new Data(*this); }
+    };
+    if (r.m_data) {
+        r.m_data.detach();
+        return;
+    }
+    r.m_data = new Data;
+    propagate(r);
+}
+
+template <class R> void Record<R>::reset(R& r)
+{
+    if (!r.m_data)
+        return;
+    auto& data = layout(r);
+    data.bits = 0;
+    data.choice = -1;
+    visit(data, []<class T>(const Member& m, T& field) { field = m.initial<T>(); });
+}
+
+template <class R> void Record<R>::resetToDefault(R& r)
+{
+    reset(r);
+    auto& data = layout(r);
+    visit(data, [&](const Member& m, const auto&) {
+        if (m.isMarked)
+            data.mark(m);
+    });
+}
+
+template <class R> bool Record<R>::isOlder(const R& r)
+{
+    if constexpr (IsVersioned<R>)
+        return R::schemaVersion().toFloat() > held(r)->versionLoaded.toFloat();
+    else
+        return true;
+}
+
+/// Older input starts from the reset values.
+template <class R> void Record<R>::upgrade(R& r)
+{
+    if (isOlder(r))
+        resetToDefault(r);
+}
+
+} // namespace Velmara::kernel

@@ -1,0 +1,28 @@
+#include "frequencystore/kernel/member.h"
+
+#include <QObject>
+
+namespace Velmara::kernel {
+
+QString Member::field() const
+{
+    return QStringLiteral("m_") + QChar(name.front()).toLower() + name.mid(1);
+}
+
+QStringList splitNames(const char* labels)
+{
+    const QString text = QString::fromLatin1(labels);
+    if (text.contains(QLatin1Char('|')))
+        return text.split(QLatin1Char('|'));
+    return text.simplified().split(QStringLiteral(", "));
+}
+
+QStringList translated(const QStringList& names)
+{
+    QStringList list;
+    for (const QString& name : names)
+        list += QObject::tr(name.toUtf8().constData(), nullptr, -1);
+    return list;
+}
+
+} // namespace Velmara::kernel

@@ -1,0 +1,126 @@
+#pragma once
+
+/// The packed binary form: presence bytes, then bare values in the order of the bits. Nothing is validated but items.
+
+#include "frequencystore/kernel/lifecycle.h"
+#include "frequencystore/kernel/stream.h"
+#include "frequencystore/kernel/text.h"
+
+namespace Velmara::kernel {
+
+/// How a value of one type stands on the stream.
+template <class T> struct Packed { using Type = T; };
+template <class T> requires(std::is_integral_v<T> && !std::is_same_v<T, bool>) struct Packed<T> { using Type = qint64; };
+template <IsEnum E> struct Packed<E> { using Type = qint8; };
+
+template <class T> void putPacked(QDataStream& out, const T& value)
+{
+    if constexpr (IsRecord<T>)
+        Record<T>::writePacked(value, out);
+    else
+        out << static_cast<typename Packed<T>::Type>(value);
+}
+
+template <class T> void getPacked(QDataStream& in, T& value)
+{
+    if constexpr (IsRecord<T>) {
+        Record<T>::readPacked(value, in);
+    } else {
+        typename Packed<T>::Type packed{};
+        in >> packed;
+        value = static_cast<T>(packed);
+    }
+}
+
+/// The choice value stands ahead of the first alternative.
+inline bool isChoiceAhead(const Member& m) { return m.isAlternative() && m.position == 0; }
+inline bool isCountWritten(const RecordData& data, const Member& m) { return m.isMandatory() || data.isSet(m); }
+inline bool areItemsWritten(const RecordData& data, const Member& m) { return !m.areItemsByBit || data.isSet(m); }
+
+class PackedWriter
+{
+public:
+    PackedWriter(const RecordData& data, QDataStream& out) : m_data(data), m_out(out) {}
+
+    template <class T> void operator()(const Member& m, const T& value) const
+    {
+        if (isChoiceAhead(m))
+            m_out << m_data.choice;
+        if (isWritten<T>(m_data, m))
+            putPacked(m_out, value);
+    }
+
+    template <class T> void operator()(const Member& m, const QVector<T>& list) const
+    {
+        if (!isCountWritten(m_data, m))
+            return;
+        m_out << qint32(list.size());
+        if (areItemsWritten(m_data, m))
+            for (const T& item : list)
+                putPacked(m_out, item);
+    }
+
+private:
+    const RecordData& m_data;
+    QDataStream& m_out;
+};
+
+class PackedReader
+{
+public:
+    PackedReader(const ITallyObject& self, RecordData& data, QDataStream& in) : m_self(self), m_data(data), m_in(in) {}
+
+    template <class T> void operator()(const Member& m, T& field) const
+    {
+        if (isChoiceAhead(m))
+            m_in >> m_data.choice;
+        if (isWritten<T>(m_data, m))
+            getPacked(m_in, field);
+    }
+
+    template <class T> void operator()(const Member& m, QVector<T>& list) const
+    {
+        if (!isCountWritten(m_data, m))
+            return;
+        if (areItemsWritten(m_data, m))
+            readItems(m_in, list, [&] {
+                grow(m_self, m_data, m, list, [&](T& item) { getPacked(m_in, item); });
+            });
+        else
+            m_in.skipRawData(sizeof(qint32));
+    }
+
+private:
+    const ITallyObject& m_self;
+    RecordData& m_data;
+    QDataStream& m_in;
+};
+
+/// The presence bits as bytes, the lowest bit first.
+void putBits(QDataStream& out, quint64 bits, int count);
+quint64 getBits(QDataStream& in, int count);
+
+/// Reads a schema version; throws BinaryParsingException for another than that of this code, unless the stream ended.
+QString getVersion(const ITallyObject& self, QDataStream& in, const QString& expected);
+
+template <class R> void Record<R>::writePacked(const R& r, QDataStream& stream)
+{
+    const auto& data = layout(r);
+    putBits(stream, data.bits, data.count);
+    if constexpr (IsVersioned<R>)
+        stream << R::schemaVersion();
+    visit(data, PackedWriter(data, stream));
+}
+
+template <class R> void Record<R>::readPacked(R& r, QDataStream& stream)
+{
+    auto& data = layout(r);
+    data.bits = getBits(stream, data.count);
+    if constexpr (IsVersioned<R>) {
+        data.versionLoaded = getVersion(r, stream, R::schemaVersion());
+        upgrade(r);
+    }
+    visit(data, PackedReader(r, data, stream));
+}
+
+} // namespace Velmara::kernel

@@ -1,0 +1,250 @@
+#pragma once
+
+/// The vocabulary of record classes. A record is VELMARA_RECORD and one row per member, in the order of the presence
+/// bits, which is the order of packed binary; XML and tagged binary put attributes first and the content last. A row
+/// gives the member its field, its description (see member.h) and its accessors. All accessors that validate do so
+/// while the record's validation flag is on.
+
+/// The class itself. R's operations are defined by VELMARA_IMPLEMENT_RECORD in the family's source file.
+#define VELMARA_RECORD(R, ELEMENT, ID)                                                                                 \
+public:                                                                                                                \
+    static constexpr qint64 id = ID;                                                                                   \
+    static constexpr const char* className = #R;                                                                       \
+    /** The identifier of the class. */                                                                                \
+    static qint64 GetId() { return id; }                                                                               \
+    /** The name of the record's XML element. */                                                                       \
+    static QString GetStaticObjectName() { return QStringLiteral(ELEMENT); }                                           \
+    R();                                                                                                               \
+    /** Copies the content and the flag; the logger stays behind. */                                                   \
+    R(const R& other);                                                                                                 \
+    R(R&& other) noexcept;                                                                                             \
+    ~R() override;                                                                                                     \
+    /** Takes over the content alone: flag, logger and name stay. */                                                   \
+    R& operator=(const R& other);                                                                                      \
+    R& operator=(R&& other) noexcept;                                                                                  \
+    bool operator==(const R& other) const;                                                                             \
+    bool operator!=(const R& other) const { return !(*this == other); }                                                \
+    /** Whether all mandatory content is there. */                                                                     \
+    bool HasData() const override;                                                                                     \
+    /** Whether any member holds something. */                                                                         \
+    bool AnyData() const;                                                                                              \
+    bool IsInitialized() const { return m_data; }                                                                      \
+    void Reset() override;                                                                                             \
+    /** Resets the record and marks those members as present that have a default worth writing. */                     \
+    void ResetToDefault();                                                                                             \
+    /** Throws OutOfRangeException or IncompleteDefinitionException for the first member that is not as it must be. */ \
+    void Check() const override;                                                                                       \
+    void Check(bool flag) const override;                                                                              \
+    void SetObjectType(TALLYFORM::ObjectTypes) override;                                                               \
+    /** Sets the flag here and in the whole tree below. */                                                             \
+    void SetValidate(bool validate) const override;                                                                    \
+    /** Sets the logger here and in the whole tree below. */                                                           \
+    void SetLogger(std::shared_ptr<TALLYFORM::Logger> logger) const override;                                          \
+    /** Writes the element; under validation, throws what Check throws, and nothing at all if HasData() is false. */   \
+    void GetXml(QXmlStreamWriter& writer) const override;                                                              \
+    /** Reads the element on whose start the reader stands over what the record holds; throws as setters do. */        \
+    void ProcessXml(QXmlStreamReader& reader) override;                                                                \
+    /** Writes the tagged form, on a device that can seek; false if nothing was written. Throws as GetXml does. */     \
+    bool GetBinary(QDataStream& stream, int tag, bool writeTag) const override;                                        \
+    /** Reads a body of the tagged form; throws BinaryParsingException if its length is wrong, and as setters do. */   \
+    void SetBinary(QDataStream& stream, int length) override;                                                          \
+    /** Writes the packed form, which only the same schema version reads. */                                           \
+    void GetVersionSpecificBinaryWithoutValidation(QDataStream& stream) const;                                         \
+    /** Reads the packed form; throws BinaryParsingException for another schema version, and as appends do. */         \
+    void SetVersionSpecificBinaryWithoutValidation(QDataStream& stream);                                               \
+                                                                                                                       \
+protected:                                                                                                             \
+    void ProcessXmlStartElement(QXmlStreamReader& reader) override;                                                    \
+                                                                                                                       \
+private:                                                                                                               \
+    friend ::Velmara::kernel::Record<R>;                                                                               \
+    static ::Velmara::kernel::RecordData* rows(::Velmara::kernel::Rank<0>);                                            \
+    ::Velmara::kernel::RecordData& data() const                                                                        \
+    {                                                                                                                  \
+        if (!m_data || m_data->ref.loadRelaxed() != 1)                                                                 \
+            InitData();                                                                                                \
+        return *m_data;                                                                                                \
+    }                                                                                                                  \
+    void InitData() const;                                                                                             \
+    mutable ::Velmara::kernel::DataPointer m_data;                                                                     \
+                                                                                                                       \
+public:
+
+/// Behind a record class: its operations are instantiated in the family's source file only.
+#define VELMARA_EXTERN_RECORD(R) extern template struct kernel::Record<R>;
+
+/// A record with a schema version.
+#define VELMARA_VERSION(VERSION)                                                                                       \
+public:                                                                                                                \
+    static QString schemaVersion() { return QStringLiteral(VERSION); }                                                 \
+    /** The schema version of this code. */                                                                            \
+    const QString& GetVersion() const override                                                                         \
+    {                                                                                                                  \
+        static const QString version = schemaVersion();                                                                \
+        data();                                                                                                        \
+        return version;                                                                                                \
+    }                                                                                                                  \
+    /** The schema version of the input that was read; null before that. */                                            \
+    const QString& GetInitialVersionLoaded() const { return data().versionLoaded; }
+
+/// The field of member X in the private data, which is made if need be.
+#define VELMARA_FIELD(X) static_cast<X##Row&>(data()).m_##X
+
+/// What all rows share: the member's field, its description, and the accessors of every kind.
+#define VELMARA_ROW(T, X, TAG, ...)                                                                                    \
+private:                                                                                                               \
+    static_assert(::Velmara::kernel::isField<T>, "a member is a number, bool, QString, QDateTime, enumeration or "     \
+                                                 "record, or a list of records, double or QString");                   \
+    struct X##Row : ::Velmara::kernel::After<decltype(rows(::Velmara::kernel::Rank<>())), X##Row>                      \
+    {                                                                                                                  \
+        static constexpr ::Velmara::kernel::Member info                                                                \
+            = ::Velmara::kernel::Member{className, QLatin1String(#X, sizeof(#X) - 1), TAG, bit, position}              \
+              __VA_OPT__(.) __VA_ARGS__;                                                                               \
+        T m_##X = info.initial<T>();                                                                                   \
+        T& field() { return m_##X; }                                                                                   \
+        const T& field() const { return m_##X; }                                                                       \
+    };                                                                                                                 \
+    static X##Row* rows(::Velmara::kernel::Rank<X##Row::count>);                                                       \
+                                                                                                                       \
+public:                                                                                                                \
+    bool Is##X##Set() const { return m_data && m_data->isSet(X##Row::info); }                                          \
+    void Reset##X()                                                                                                    \
+    {                                                                                                                  \
+        if (m_data)                                                                                                    \
+            ::Velmara::kernel::clear(data(), X##Row::info, VELMARA_FIELD(X));                                          \
+    }                                                                                                                  \
+    bool IsValid##X(const T& value) const { return ::Velmara::kernel::isValid(X##Row::info, value); }
+
+/// The setter, the editing getter and the default, which several kinds have.
+#define VELMARA_SET(PARAMETER, X)                                                                                      \
+    void Set##X(PARAMETER value)                                                                                       \
+    {                                                                                                                  \
+        ::Velmara::kernel::assign(*this, data(), X##Row::info, VELMARA_FIELD(X), value);                               \
+    }
+#define VELMARA_EDIT(T, X)                                                                                             \
+    T& Get##X() { return ::Velmara::kernel::edit(data(), X##Row::info, VELMARA_FIELD(X)); }
+#define VELMARA_DEFAULT(T, X)                                                                                          \
+    T GetDefault##X() const { return X##Row::info.initial<T>(); }
+
+/// A number, a bool or a QString. SetX throws OutOfRangeException for a null QString and beyond a range.
+#define VELMARA_VALUE(T, X, TAG, ...)                                                                                  \
+    VELMARA_ROW(T, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                                  \
+    VELMARA_SET(T, X)                                                                                                  \
+    VELMARA_DEFAULT(T, X)                                                                                              \
+    T Get##X() const { return VELMARA_FIELD(X); }
+
+/// The value that is the text of a value record's element.
+#define VELMARA_CONTENT(T, X, TAG)                                                                                     \
+    VELMARA_VALUE(T, X, TAG, content())                                                                                \
+    void ReadValuesFromXml(QXmlStreamReader& reader) { ProcessXml(reader); }
+
+/// The flag that says whether a bounded value is to be used: an attribute, true unless it is told otherwise.
+#define VELMARA_USE(TAG)                                                                                               \
+    VELMARA_VALUE(bool, Use, TAG, attribute().blankIs(true).initially(true).marked())
+
+/// A value whose name the base class has taken: SetLocalX, which validates nothing, and GetLocalX.
+#define VELMARA_LOCAL_VALUE(T, X, TAG)                                                                                 \
+    VELMARA_ROW(T, X, TAG)                                                                                             \
+    VELMARA_DEFAULT(T, X)                                                                                              \
+    void SetLocal##X(T value) { ::Velmara::kernel::edit(data(), X##Row::info, VELMARA_FIELD(X)) = value; }             \
+    T GetLocal##X() const { return VELMARA_FIELD(X); }
+
+/// A point in time.
+#define VELMARA_TIME(X, TAG, ...)                                                                                      \
+    VELMARA_ROW(QDateTime, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                          \
+    VELMARA_SET(const QDateTime&, X)                                                                                   \
+    VELMARA_EDIT(QDateTime, X)                                                                                         \
+    VELMARA_DEFAULT(QDateTime, X)                                                                                      \
+    const QDateTime& Get##X() const { return VELMARA_FIELD(X); }
+
+/// An enumeration with its identifiers, which are also the names in the formats unless the description has named().
+/// SetX throws OutOfRangeException for a value outside the list. NameToX gives Invalid for an unknown name, XToName a
+/// null QString for a value outside the list.
+#define VELMARA_ENUM(X, TAG, DESCRIPTION, ...)                                                                         \
+public:                                                                                                                \
+    enum class X : qint8 { Invalid = -1, __VA_ARGS__ };                                                                \
+                                                                                                                       \
+private:                                                                                                               \
+    static const QStringList& namesOf##X()                                                                             \
+    {                                                                                                                  \
+        static const QStringList names = ::Velmara::kernel::splitNames(X##Row::info.labels);                           \
+        return names;                                                                                                  \
+    }                                                                                                                  \
+    VELMARA_ROW(X, X, TAG, enumeration(&namesOf##X, #__VA_ARGS__).DESCRIPTION)                                         \
+    static_assert(::Velmara::kernel::countNames(X##Row::info.labels) == ::Velmara::kernel::countNames(#__VA_ARGS__),   \
+                  "an enumeration has one name per identifier");                                                       \
+    VELMARA_SET(const X&, X)                                                                                           \
+    VELMARA_DEFAULT(X, X)                                                                                              \
+    const X& Get##X() const { return VELMARA_FIELD(X); }                                                               \
+    X GetInvalid##X() const { return X::Invalid; }                                                                     \
+    QString Get##X##AsString() const { return X##ToName(Get##X()); }                                                   \
+    QString X##ToName(const X& value) const { return X##Row::info.nameAt(int(value)); }                                \
+    X NameTo##X(const QString& name) const { return X(X##Row::info.valueOf(name)); }                                   \
+    static QStringList Get##X##s() { return namesOf##X(); }                                                            \
+    static QStringList GetGUI##X##s() { return ::Velmara::kernel::translated(namesOf##X()); }
+
+/// A child record. The editing GetX marks it as present; a const record only reads.
+#define VELMARA_CHILD(T, X, TAG, ...)                                                                                  \
+    VELMARA_ROW(T, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                                  \
+    VELMARA_SET(const T&, X)                                                                                           \
+    VELMARA_EDIT(T, X)                                                                                                 \
+    const T& Get##X() const { return VELMARA_FIELD(X); }
+
+/// A list of child records. AppendX throws IncompleteDefinitionException for an item that lacks mandatory content.
+#define VELMARA_LIST(T, X, TAG, ...)                                                                                   \
+    VELMARA_CHILD(QVector<T>, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                       \
+    bool IsValid##X(const T& item) const { return ::Velmara::kernel::isValid(X##Row::info, item); }                    \
+    void Append##X(const T& item)                                                                                      \
+    {                                                                                                                  \
+        ::Velmara::kernel::append(*this, data(), X##Row::info, VELMARA_FIELD(X), item);                                \
+    }
+
+/// A list of double or QString. AppendX throws IncompleteDefinitionException for NaN and a null QString.
+#define VELMARA_VALUES(T, X, TAG, ...)                                                                                 \
+    VELMARA_LIST(T, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                                 \
+    VELMARA_DEFAULT(T, X)
+
+/// A choice group with its alternatives, which are the VELMARA_ALTERNATIVE rows in the same order. InitChoice resets
+/// the record and throws OutOfRangeException for Invalid; only setting an alternative chooses it.
+#define VELMARA_CHOICE(G, DESCRIPTION, ...)                                                                            \
+public:                                                                                                                \
+    enum class G : qint8 { Invalid = -1, __VA_ARGS__ };                                                                \
+                                                                                                                       \
+private:                                                                                                               \
+    static const QStringList& namesOf##G()                                                                             \
+    {                                                                                                                  \
+        static const QStringList names = ::Velmara::kernel::splitNames(choiceGroup.labels);                            \
+        return names;                                                                                                  \
+    }                                                                                                                  \
+                                                                                                                       \
+public:                                                                                                                \
+    static constexpr ::Velmara::kernel::ChoiceGroup choiceGroup                                                        \
+        = ::Velmara::kernel::ChoiceGroup{#G, #__VA_ARGS__, &namesOf##G}.DESCRIPTION;                                   \
+    const G& Get##G() const { return ::Velmara::kernel::choiceAs<G>(data().choice); }                                  \
+    void Reset##G()                                                                                                    \
+    {                                                                                                                  \
+        if (m_data)                                                                                                    \
+            data().choice = qint8(G::Invalid);                                                                         \
+    }                                                                                                                  \
+    void InitChoice(const G& choice)                                                                                   \
+    {                                                                                                                  \
+        Reset();                                                                                                       \
+        if (!IsValid##G(choice))                                                                                       \
+            ::Velmara::kernel::refuseChoice(*this);                                                                    \
+    }                                                                                                                  \
+    bool IsValid##G(const G& choice) const                                                                             \
+    {                                                                                                                  \
+        data();                                                                                                        \
+        return choice != G::Invalid;                                                                                   \
+    }                                                                                                                  \
+    QString G##ToName(const G& choice) const                                                                           \
+    {                                                                                                                  \
+        data();                                                                                                        \
+        return namesOf##G().value(int(choice));                                                                        \
+    }                                                                                                                  \
+    G NameTo##G(const QString& name) const { return G(namesOf##G().indexOf(name)); }                                   \
+    static QStringList Get##G##s() { return namesOf##G(); }                                                            \
+    static QStringList GetGUI##G##s() { return ::Velmara::kernel::translated(namesOf##G()); }
+
+/// An alternative of the record's choice group, FAMILY being VALUE or CHILD.
+#define VELMARA_ALTERNATIVE(FAMILY, T, X, TAG) VELMARA_##FAMILY(T, X, TAG, alternative())

@@ -1,0 +1,23 @@
+#pragma once
+
+/// What both binary forms need of a stream.
+
+#include <QDataStream>
+
+namespace Velmara::kernel {
+
+/// How much room to reserve for the announced number of items: never more than the bytes left can fill, so that a false
+/// count costs no memory.
+int plausible(QDataStream& in, qint32 count);
+
+/// Reads the items that a count announces, as far as the stream goes.
+template <class T, class ReadItem> void readItems(QDataStream& in, QVector<T>& list, ReadItem readItem)
+{
+    qint32 count = 0;
+    in >> count;
+    list.reserve(list.size() + plausible(in, count));
+    for (; count > 0 && !in.atEnd(); --count)
+        readItem();
+}
+
+} // namespace Velmara::kernel

@@ -1,0 +1,58 @@
+#include "frequencystore/kernel/text.h"
+
+#include "base/converters.h"
+#include "base/exceptions.h"
+
+using namespace TALLYFORM;
+
+namespace Velmara::kernel {
+
+QString toText(const Member& m, double value)
+{
+    const QString text = QString::number(value, 'f', m.precision);
+    return text.size() < m.width ? text.rightJustified(m.width) : text;
+}
+
+QString toText(const Member&, int value) { return QString::number(value); }
+QString toText(const Member&, unsigned int value) { return QString::number(value); }
+QString toText(const Member&, quint64 value) { return QString::number(value); }
+QString toText(const Member&, bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+QString toText(const Member&, const QDateTime& value) { return Converters::ToString(value); }
+
+void parse(const ITallyObject&, const Member&, const QString& text, double& value) { value = text.toDouble(); }
+void parse(const ITallyObject&, const Member&, const QString& text, int& value) { value = text.toInt(); }
+
+/// Negative texts and those beyond an int behave as in a signed member, for the same documents were written by those.
+void parse(const ITallyObject&, const Member&, const QString& text, unsigned int& value)
+{
+    value = static_cast<unsigned int>(text.toInt());
+}
+
+void parse(const ITallyObject&, const Member&, const QString& text, quint64& value)
+{
+    value = static_cast<quint64>(text.toLongLong());
+}
+
+void parse(const ITallyObject&, const Member&, const QString& text, QDateTime& value)
+{
+    value = Converters::ToDateTime(text);
+}
+
+void parse(const ITallyObject&, const Member&, const QString& text, QString& value)
+{
+    value = text.isNull() ? QLatin1String("") : text;
+}
+
+void parse(const ITallyObject& self, const Member& m, const QString& text, bool& value)
+{
+    if (!text.isEmpty()) {
+        value = text != QLatin1String("0") && text.compare(QLatin1String("false"), Qt::CaseInsensitive) != 0;
+        return;
+    }
+    if (m.blank == Member::Blank::Refused && self.GetValidate())
+        throw InvalidXmlException(QStringLiteral("Please set a value or a default for the boolean '%1' in '%2'.")
+                                      .arg(m.name, self.GetObjectName()));
+    value = m.blank == Member::Blank::True;
+}
+
+} // namespace Velmara::kernel

@@ -1,0 +1,49 @@
+#pragma once
+
+/// The text forms of members, in XML and in tagged binary, and what of a record is written at all.
+
+#include "frequencystore/kernel/access.h"
+
+namespace Velmara::kernel {
+
+QString toText(const Member& m, double value);
+QString toText(const Member& m, int value);
+QString toText(const Member& m, unsigned int value);
+QString toText(const Member& m, quint64 value);
+QString toText(const Member& m, bool value);
+QString toText(const Member& m, const QDateTime& value);
+inline QString toText(const Member&, const QString& value) { return value; }
+template <IsEnum E> QString toText(const Member& m, E value) { return m.nameAt(int(value)); }
+
+/// A text that is no number gives 0.
+void parse(const ITallyObject& self, const Member& m, const QString& text, double& value);
+void parse(const ITallyObject& self, const Member& m, const QString& text, int& value);
+void parse(const ITallyObject& self, const Member& m, const QString& text, unsigned int& value);
+void parse(const ITallyObject& self, const Member& m, const QString& text, quint64& value);
+/// Throws InvalidXmlException for an empty text that has no meaning to the member, under validation.
+void parse(const ITallyObject& self, const Member& m, const QString& text, bool& value);
+void parse(const ITallyObject& self, const Member& m, const QString& text, QDateTime& value);
+/// A member that stands in the input has a value: an empty text is never null.
+void parse(const ITallyObject& self, const Member& m, const QString& text, QString& value);
+template <IsEnum E> void parse(const ITallyObject&, const Member& m, const QString& text, E& value)
+{
+    value = E(m.valueOf(text));
+}
+
+/// Reads a member from its text, with the validation of its setter.
+template <IsValue T>
+void assignText(const ITallyObject& self, RecordData& data, const Member& m, T& field, const QString& text)
+{
+    T value;
+    parse(self, m, text, value);
+    assign(self, data, m, field, value);
+}
+
+/// Whether a member of this type is written, in every form.
+template <class T> bool isWritten(const RecordData& data, const Member& m)
+{
+    constexpr bool byBitAlone = std::is_same_v<T, bool> || IsRecord<T>;
+    return data.isChosen(m) && (data.isSet(m) || (!byBitAlone && m.need != Member::Need::Optional));
+}
+
+} // namespace Velmara::kernel

@@ -1,0 +1,164 @@
+#pragma once
+
+/// The XML form.
+
+#include "frequencystore/kernel/lifecycle.h"
+#include "frequencystore/kernel/text.h"
+
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace Velmara::kernel {
+
+class XmlWriter
+{
+public:
+    XmlWriter(const ITallyObject& self, const RecordData& data, QXmlStreamWriter& out)
+        : m_self(self), m_data(data), m_out(out)
+    {
+    }
+
+    template <IsValue T> void operator()(const Member& m, const T& value) const
+    {
+        if (isWritten<T>(m_data, m))
+            put(m, toText(m, value));
+    }
+
+    template <IsRecord T> void operator()(const Member& m, const T& child) const
+    {
+        if (m.isMandatory())
+            demandContent(m, child);
+        if (!isWritten<T>(m_data, m))
+            return;
+        if (m.isAlternative())
+            child.GetXml(m_out); // checks it, which its parent's Check has not done
+        else
+            Record<T>::writeXml(child, m_out);
+    }
+
+    template <IsRecord T> void operator()(const Member& m, const QVector<T>& list) const
+    {
+        for (const T& item : list) {
+            if (m.isMandatory())
+                demandContent(m, item);
+            if (m_data.isSet(m) || !m.isMandatory())
+                Record<T>::writeXml(item, m_out);
+        }
+    }
+
+    template <IsValue T> void operator()(const Member& m, const QVector<T>& list) const
+    {
+        for (const T& item : list)
+            put(m, toText(m, item));
+    }
+
+private:
+    void put(const Member& m, const QString& text) const;
+    /// Throws IncompleteDefinitionException for mandatory content that has no data, under validation.
+    void demandContent(const Member& m, const ITallyObject& child) const;
+
+    const ITallyObject& m_self;
+    const RecordData& m_data;
+    QXmlStreamWriter& m_out;
+};
+
+class XmlReader
+{
+public:
+    XmlReader(const ITallyObject& self, RecordData& data, QXmlStreamReader& in) : m_self(self), m_data(data), m_in(in)
+    {
+    }
+
+    template <IsValue T> void operator()(const Member& m, T& field) const
+    {
+        assignText(m_self, m_data, m, field, TALLYFORM::ElementText(m_in));
+    }
+
+    template <IsRecord T> void operator()(const Member& m, T& child) const
+    {
+        if (m.isAlternative())
+            m_data.mark(m); // an alternative is chosen even if reading it fails
+        Record<T>::readXml(child, m_in);
+        m_data.mark(m);
+    }
+
+    template <class T> void operator()(const Member& m, QVector<T>& list) const
+    {
+        grow(m_self, m_data, m, list, [&](T& item) {
+            if constexpr (IsRecord<T>)
+                Record<T>::readXml(item, m_in);
+            else
+                parse(m_self, m, TALLYFORM::ElementText(m_in), item);
+        });
+    }
+
+private:
+    const ITallyObject& m_self;
+    RecordData& m_data;
+    QXmlStreamReader& m_in;
+};
+
+/// Whether an element is that of a member. A child goes by the name of the object that is held.
+struct IsNamed
+{
+    const QStringRef name;
+
+    template <class T> bool operator()(const Member& m, const T&) const { return m.name == name; }
+    template <IsRecord T> bool operator()(const Member&, const T& child) const { return child.GetObjectName() == name; }
+};
+
+[[noreturn]] void refuseUnknown(const ITallyObject& self, const QXmlStreamReader& reader);
+/// Passes over the element that the reader stands on, up to the next token of its name.
+void skipElement(QXmlStreamReader& reader);
+
+template <class R> void Record<R>::writeXml(const R& r, QXmlStreamWriter& writer)
+{
+    if (r.GetValidate() && !hasData(r))
+        return;
+    const auto& data = layout(r);
+    const XmlWriter members(r, data, writer);
+    writer.writeStartElement(r.GetObjectName());
+    if constexpr (IsVersioned<R>)
+        writer.writeAttribute(QStringLiteral("Version"), R::schemaVersion());
+    visit<attributes>(data, members);
+    visit<elements>(data, members);
+    visit<contents>(data, members);
+    writer.writeEndElement();
+}
+
+template <class R> void readAttributes(R& r, const QXmlStreamAttributes& given)
+{
+    auto& data = Record<R>::layout(r);
+    visit<attributes>(data, [&]<IsValue T>(const Member& m, T& field) {
+        if (given.hasAttribute(m.name))
+            assignText(r, data, m, field, given.value(m.name).toString());
+    });
+}
+
+template <class R> void Record<R>::readXml(R& r, QXmlStreamReader& reader)
+{
+    auto& data = layout(r);
+    if constexpr (IsVersioned<R>) {
+        data.versionLoaded = reader.attributes().value(QLatin1String("Version")).toString();
+        upgrade(r);
+    }
+    if constexpr (countOf<attributes, Layout<R>> > 0)
+        readAttributes(r, reader.attributes());
+    if constexpr (countOf<contents, Layout<R>> > 0)
+        visit<contents>(data, XmlReader(r, data, reader));
+    else
+        r.ITallyObject::ProcessXml(reader);
+}
+
+template <class R> void Record<R>::readElement(R& r, QXmlStreamReader& reader)
+{
+    auto& data = layout(r);
+    if (visitFirst(data, IsNamed{reader.name()}, XmlReader(r, data, reader)))
+        return;
+    if (isOlder(r))
+        skipElement(reader);
+    else if (r.GetValidate())
+        refuseUnknown(r, reader);
+}
+
+} // namespace Velmara::kernel

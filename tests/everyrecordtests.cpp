@@ -1,0 +1,182 @@
+/// What holds for every record class, tried on each.
+
+#include "recordfixture.h"
+
+using namespace Velmara;
+using namespace Velmara::kernel;
+using namespace TALLYFORM;
+
+namespace {
+
+template <class List> struct TypesOf;
+template <class... R> struct TypesOf<RecordTypes<R...>> { using Type = testing::Types<R...>; };
+
+struct ClassNames
+{
+    template <class R> static std::string GetName(int) { return R::className; }
+};
+
+} // namespace
+
+template <class R> class EveryRecord : public testing::Test
+{
+};
+TYPED_TEST_SUITE(EveryRecord, TypesOf<AllRecords>::Type, ClassNames);
+
+TYPED_TEST(EveryRecord, StartsEmpty)
+{
+    // those that may be written with nothing in them
+    const QStringList alwaysHaveData{"ChannelSelection", "DFDataDetail", "Demodulator_Settings", "FFM_SettingsDetail",
+                                     "FrequencyStoreEntryLocation", "MT_Settings", "PScanSettings",
+                                     "ShapeDetectorSettings", "ShortTime_Settings", "Station"};
+    const TypeParam record;
+    EXPECT_EQ(record.HasData(), alwaysHaveData.contains(TypeParam::className));
+    EXPECT_FALSE(record.AnyData());
+    EXPECT_TRUE(record.GetValidate());
+    EXPECT_EQ(record.GetObjectName(), TypeParam::GetStaticObjectName());
+    EXPECT_EQ(record.GetVersion().isEmpty(), !IsVersioned<TypeParam>);
+    EXPECT_TRUE(record == TypeParam());
+
+    TypeParam reset;
+    reset.Reset();
+    EXPECT_FALSE(reset.IsInitialized());
+    reset.ResetToDefault();
+    EXPECT_TRUE(reset.IsInitialized());
+}
+
+TYPED_TEST(EveryRecord, TravelsInAllForms)
+{
+    for (unsigned seed = 0; seed < 12; ++seed) {
+        RandomFiller filler(seed);
+        if (seed == 0)
+            filler.setEverything();
+        const TypeParam record = filler.template make<TypeParam>();
+        ASSERT_EQ(messageOf<TallyException>([&] { record.Check(); }), "none");
+        ASSERT_TRUE(record.HasData());
+
+        TypeParam fromXml, fromTagged, fromPacked, fromCompressed;
+        ASSERT_TRUE(fromXml.SetXmlString(xml(record), false));
+        readTagged(fromTagged, tagged(record));
+        readPacked(fromPacked, packed(record));
+        ASSERT_TRUE(fromCompressed.SetBinaryRepresentation(record.GetCompressedBinaryRepresentationAsQByteArray()));
+        EXPECT_TRUE(fromXml == record) << xml(record).toStdString();
+        EXPECT_TRUE(fromTagged == record) << xml(record).toStdString();
+        EXPECT_TRUE(fromPacked == record) << xml(record).toStdString();
+        EXPECT_TRUE(fromCompressed == record);
+        EXPECT_EQ(packed(fromPacked), packed(record));
+        EXPECT_EQ(xml(fromTagged), xml(record));
+        EXPECT_EQ(tagged(fromXml), tagged(record));
+    }
+}
+
+TYPED_TEST(EveryRecord, CopiesPart)
+{
+    const TypeParam record = RandomFiller(1).setEverything().make<TypeParam>();
+    const QByteArray before = packed(record);
+    TypeParam copy = record, assigned, moved = TypeParam(record);
+    assigned = record;
+    EXPECT_TRUE(copy == record && assigned == record && moved == record);
+
+    copy.SetValidate(false);
+    EXPECT_TRUE(record.GetValidate());
+    copy.Reset();
+    assigned.ResetToDefault();
+    RandomFiller(2).fill(moved);
+    EXPECT_EQ(packed(record), before);
+    EXPECT_FALSE(copy.AnyData());
+
+    TypeParam target;
+    target = std::move(moved);
+    EXPECT_FALSE(moved.IsInitialized());
+    EXPECT_EQ(moved.GetObjectName(), TypeParam::GetStaticObjectName());
+    target = TypeParam();
+    EXPECT_FALSE(target.IsInitialized());
+}
+
+TYPED_TEST(EveryRecord, DemandsItsMandatoryMembers)
+{
+    const TypeParam whole = RandomFiller(3).setEverything().make<TypeParam>();
+    visit<mandatories>(Record<TypeParam>::layout(whole), [&]<class T>(const Member& m, const T&) {
+        TypeParam lacking = whole;
+        visit(Record<TypeParam>::layout(lacking), [&](const Member& other, auto& field) {
+            if (other.bit == m.bit)
+                clear(Record<TypeParam>::layout(lacking), other, field);
+        });
+        EXPECT_FALSE(lacking.HasData()) << m.name.data();
+        for (const bool validate : {true, false}) {
+            lacking.SetValidate(validate);
+            const QString message = messageOf<OutOfRangeException>([&] { lacking.Check(); });
+            if constexpr (IsRecord<T>)
+                EXPECT_TRUE(message.startsWith(T::GetStaticObjectName() + ": Please set ")) << message.toStdString();
+            else
+                EXPECT_EQ(message, lacking.GetObjectName() + ": Please set " + m.name + " properly.");
+        }
+        lacking.SetValidate(true);
+        EXPECT_THROW(xml(lacking), OutOfRangeException);
+        EXPECT_THROW(tagged(lacking), OutOfRangeException);
+    });
+}
+
+TYPED_TEST(EveryRecord, WritesAnythingWithoutValidation)
+{
+    TypeParam record, read;
+    record.SetValidate(false);
+    read.SetValidate(false);
+    EXPECT_TRUE(read.SetXmlString(xml(record), false));
+    EXPECT_EQ(xml(read), xml(record));
+    TypeParam fromTagged, fromPacked;
+    fromTagged.SetValidate(false);
+    readTagged(fromTagged, tagged(record));
+    EXPECT_EQ(tagged(fromTagged), tagged(record));
+    readPacked(fromPacked, packed(record));
+    EXPECT_TRUE(fromPacked == record);
+}
+
+TYPED_TEST(EveryRecord, RefusesWhatLaterMembersRefuse)
+{
+    TypeParam record;
+    visit(Record<TypeParam>::layout(record), [&]<class T>(const Member& m, T& field) {
+        auto& data = Record<TypeParam>::layout(record);
+        const bool wasSet = data.isSet(m);
+        if constexpr (std::is_same_v<T, QString>)
+            EXPECT_THROW(assign(record, data, m, field, QString()), OutOfRangeException);
+        else if constexpr (IsEnum<T>)
+            EXPECT_THROW(assign(record, data, m, field, T(m.names().size())), OutOfRangeException);
+        else if constexpr (std::is_same_v<T, double>) {
+            if (m.isBounded)
+                EXPECT_THROW(assign(record, data, m, field, m.upper + 1), OutOfRangeException);
+        }
+        EXPECT_EQ(data.isSet(m), wasSet);
+    });
+}
+
+TYPED_TEST(EveryRecord, SurvivesDamage)
+{
+    const TypeParam record = RandomFiller(4).setEverything().make<TypeParam>();
+    const QByteArray frame = tagged(record), body = packed(record);
+    std::mt19937 random(5);
+    const auto damage = [&](QByteArray bytes) {
+        bytes.truncate(int(random() % unsigned(bytes.size() + 1)));
+        for (int i = int(random() % 4); i > 0 && !bytes.isEmpty(); --i)
+            bytes[int(random() % unsigned(bytes.size()))] = char(random());
+        return bytes;
+    };
+    for (int i = 0; i < 60; ++i) {
+        TypeParam a, b;
+        a.SetValidate(i % 2);
+        b.SetValidate(i % 2);
+        try {
+            readTagged(a, damage(frame));
+        } catch (const TallyException&) {
+        }
+        try {
+            readPacked(b, damage(body));
+        } catch (const TallyException&) {
+        }
+    }
+    // every cut is noticed by the tagged form
+    for (int length = 9; length < frame.size(); length += 1 + frame.size() / 50) {
+        TypeParam cut;
+        EXPECT_THROW(readTagged(cut, frame.left(length)), TallyException);
+    }
+}
