@@ -21,8 +21,7 @@ constexpr bool isDigit(QChar c)
 
 bool isInForm(const QString& text)
 {
-    return text.size() == formLength
-        && std::equal(text.begin(), text.end(), form, [](QChar c, char place) {
+    return text.size() == formLength && std::equal(text.begin(), text.end(), form, [](QChar c, char place) {
                return isDigitPlace(place) ? isDigit(c) : c == QLatin1Char(place);
            });
 }

@@ -61,8 +61,9 @@ void readFrame(ITallyObject& object, const QByteArray& frame)
 {
     const int length = frame.size() - frameSize;
     if (wordAt(frame, wordSize) != quint32(length))
-        throw BinaryParsingException(QStringLiteral("The binary representation of '%1' holds %2 bytes and tells of %3.")
-                                         .arg(object.GetObjectName()).arg(length).arg(*wordAt(frame, wordSize)));
+        throw BinaryParsingException(
+            QStringLiteral("The binary representation of '%1' is of another length than it says.")
+                .arg(object.GetObjectName()));
     QDataStream stream(frame);
     stream.setVersion(streamVersion);
     stream.skipRawData(frameSize);
@@ -73,8 +74,9 @@ bool readRepresentation(ITallyObject& object, quint32 tag, const QByteArray& byt
 {
     const QByteArray frame = frameOf(bytes, tag);
     if (frame.size() < frameSize || wordAt(frame, 0) != tag)
-        return refuse(object, QStringLiteral("%1: no binary representation of '%2'")
-                                  .arg(source, object.GetObjectName()), __LINE__);
+        return refuse(object,
+                      QStringLiteral("%1: No binary representation of '%2'.").arg(source, object.GetObjectName()),
+                      __LINE__);
     try {
         readFrame(object, frame);
     } catch (TallyFormException& failure) {
@@ -128,8 +130,11 @@ bool ITallyObject::SetBinaryRepresentation(QDataStream& stream)
         return readRepresentation(*this, quint32(representationTag()), compressed, QStringLiteral("stream"));
     }
     qint32 tag = 0;
-    qint32 length = -1; // stays, and is refused, if the stream ends here
+    qint32 length = 0;
     stream >> tag >> length;
+    if (stream.status() != QDataStream::Ok)
+        throw BinaryParsingException(
+            QStringLiteral("The binary representation of '%1' ends in its length.").arg(m_name));
     SetBinary(stream, length);
     return true;
 }
@@ -149,8 +154,8 @@ bool ITallyObject::LoadBinary(const QString& path)
 bool ITallyObject::MergeTallyObject(const ITallyObject& other)
 {
     if (other.m_id != m_id)
-        return refuse(*this, QStringLiteral("'%1' takes nothing over from '%2'.")
-                                 .arg(m_name, other.GetObjectName()), __LINE__);
+        return refuse(*this, QStringLiteral("'%1' takes nothing over from '%2'.").arg(m_name, other.GetObjectName()),
+                      __LINE__);
     const QByteArray content = other.GetBinaryRepresentationAsQByteArray();
     return content.isEmpty() || SetBinaryRepresentation(content);
 }

@@ -6,10 +6,12 @@
 namespace TALLYFORM {
 
 ITallyObject::ITallyObject(ITallyObject&& other) noexcept
-    : m_id(other.m_id), m_name(other.m_name), m_logger(other.m_logger), m_type(other.m_type),
+    : m_id(other.m_id),
+      m_name(other.m_name),
+      m_logger(other.m_logger),
+      m_type(other.m_type),
       m_validate(other.m_validate)
-{
-}
+{}
 
 ITallyObject::~ITallyObject() = default;
 

@@ -51,8 +51,8 @@ bool readDocument(ITallyObject& object, QXmlStreamReader& reader, const QString&
         readRoot(object, reader, source);
     while (!reader.atEnd())
         reader.readNext();
-    return !reader.hasError() || refuse(object, placeIn(source, reader) + QLatin1String(": ") + reader.errorString(),
-                                        __LINE__);
+    return !reader.hasError()
+        || refuse(object, placeIn(source, reader) + QLatin1String(": ") + reader.errorString(), __LINE__);
 }
 
 bool writeElement(const ITallyObject& object, QXmlStreamWriter& writer, const QString& text)
@@ -60,10 +60,9 @@ bool writeElement(const ITallyObject& object, QXmlStreamWriter& writer, const QS
     const int before = text.size();
     object.GetXml(writer);
     if (text.size() == before)
-        return refuse(object, QStringLiteral("'%1' has nothing to write.").arg(object.GetObjectName()), __LINE__);
+        return refuse(object, object.GetObjectName() + QLatin1String(": Nothing to write."), __LINE__);
     if (writer.hasError() || !text.isValidUtf16())
-        return refuse(object, QStringLiteral("'%1' holds a character that XML cannot carry.")
-                                  .arg(object.GetObjectName()), __LINE__);
+        return refuse(object, object.GetObjectName() + QLatin1String(": A character that XML cannot carry."), __LINE__);
     return true;
 }
 
@@ -93,7 +92,7 @@ bool ITallyObject::LoadXml(QFile& file)
             file.close();
     });
     if (!file.isReadable())
-        return refuse(*this, file.fileName() + QLatin1String(": not open for reading"), __LINE__);
+        return refuse(*this, file.fileName() + QLatin1String(": Not open for reading."), __LINE__);
     QXmlStreamReader reader(&file);
     return readDocument(*this, reader, file.fileName());
 }

@@ -106,8 +106,8 @@ TYPED_TEST(EveryRecord, DemandsItsMandatoryMembers)
         for (const bool validate : {true, false}) {
             lacking.SetValidate(validate);
             const QString message = messageOf<OutOfRangeException>([&] { lacking.Check(); });
-            if constexpr (IsRecord<T>)
-                EXPECT_TRUE(message.startsWith(T::GetStaticObjectName() + ": Please set ")) << message.toStdString();
+            if constexpr (IsRecord<T>) // which names what it lacks itself
+                EXPECT_TRUE(message.contains(": Please set ")) << message.toStdString();
             else
                 EXPECT_EQ(message, lacking.GetObjectName() + ": Please set " + m.name + " properly.");
         }
@@ -127,26 +127,27 @@ TYPED_TEST(EveryRecord, WritesAnythingWithoutValidation)
     TypeParam fromTagged, fromPacked;
     fromTagged.SetValidate(false);
     readTagged(fromTagged, tagged(record));
-    EXPECT_EQ(tagged(fromTagged), tagged(record));
+    EXPECT_EQ(xml(fromTagged), xml(record));
     readPacked(fromPacked, packed(record));
     EXPECT_TRUE(fromPacked == record);
 }
 
-TYPED_TEST(EveryRecord, RefusesWhatLaterMembersRefuse)
+TYPED_TEST(EveryRecord, RefusesBadValues)
 {
     TypeParam record;
     visit(Record<TypeParam>::layout(record), [&]<class T>(const Member& m, T& field) {
         auto& data = Record<TypeParam>::layout(record);
-        const bool wasSet = data.isSet(m);
+        const auto refuses = [&](const T& value) {
+            return messageOf<OutOfRangeException>([&] { assign(record, data, m, field, value); }) != "none";
+        };
+        bool isRefused = true;
         if constexpr (std::is_same_v<T, QString>)
-            EXPECT_THROW(assign(record, data, m, field, QString()), OutOfRangeException);
+            isRefused = refuses(QString());
         else if constexpr (IsEnum<T>)
-            EXPECT_THROW(assign(record, data, m, field, T(m.names().size())), OutOfRangeException);
-        else if constexpr (std::is_same_v<T, double>) {
-            if (m.isBounded)
-                EXPECT_THROW(assign(record, data, m, field, m.upper + 1), OutOfRangeException);
-        }
-        EXPECT_EQ(data.isSet(m), wasSet);
+            isRefused = refuses(T(-1)) && refuses(T(m.names().size()));
+        else if constexpr (std::is_same_v<T, double>)
+            isRefused = !m.isBounded || (refuses(m.upper + 1) && refuses(m.lower - 1) && refuses(qQNaN()));
+        EXPECT_TRUE(isRefused && !data.isSet(m)) << m.name.data();
     });
 }
 

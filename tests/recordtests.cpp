@@ -1,14 +1,9 @@
-#include "frequencystore/frequencystore.h"
+/// What is peculiar to single records and to each form, as documents and bytes written by hand.
 
-#include <QBuffer>
-#include <QDataStream>
-#include <QXmlStreamWriter>
-#include <gtest/gtest.h>
+#include "recordfixture.h"
 
 using namespace Velmara;
 using namespace TALLYFORM;
-
-static void PrintTo(const QString& text, std::ostream* out) { *out << text.toStdString(); }
 
 namespace {
 
@@ -41,53 +36,6 @@ FFM_Settings settings()
     s.GetDetail().SetMeasuremetTime(QDateTime({2020, 2, 29}, {1, 2, 3, 4}, Qt::UTC));
     s.GetPScanSettings();
     return s;
-}
-
-/// The element alone, without a document around it.
-QString xml(const ITallyObject& record)
-{
-    QString text;
-    QXmlStreamWriter writer(&text);
-    record.GetXml(writer);
-    return text;
-}
-
-template <class Write> QByteArray bytes(Write write)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QDataStream stream(&buffer);
-    write(stream);
-    return buffer.data();
-}
-
-QByteArray tagged(const ITallyObject& record) { return bytes([&](auto& s) { record.GetBinary(s, 7, true); }); }
-template <class R> QByteArray packed(const R& r) { return bytes([&](auto& s) { r.GetVersionSpecificBinaryWithoutValidation(s); }); }
-
-void readTagged(ITallyObject& record, const QByteArray& frame)
-{
-    QDataStream stream(frame);
-    qint32 tag, length;
-    stream >> tag >> length;
-    record.SetBinary(stream, length);
-}
-
-template <class R> void readPacked(R& record, const QByteArray& body)
-{
-    QDataStream stream(body);
-    record.SetVersionSpecificBinaryWithoutValidation(stream);
-}
-
-template <class E, class F> QString messageOf(F action)
-{
-    try {
-        action();
-    } catch (const E& e) {
-        return e.GetMessage();
-    } catch (const TallyException& e) {
-        return "other: " + e.GetMessage();
-    }
-    return "none";
 }
 
 } // namespace
@@ -357,7 +305,7 @@ TEST(Tagged, DistrustsTheStream)
     Area area;
     area.SetValidate(false);
     const QByteArray hostile = QByteArray::fromHex("00000007" "0000000c" "6f69083f" "00000004" "7fffffff");
-    readTagged(area, hostile);
+    EXPECT_THROW(readTagged(area, hostile), BinaryParsingException);
     EXPECT_LT(std::as_const(area).GetCoordinate().capacity(), 1024);
     readPacked(area, QByteArray::fromHex("02" "00000006" "0031002e0030" "ffffffff" "7fffffff"));
     EXPECT_LT(std::as_const(area).GetCoordinate().capacity(), 1024);

@@ -12,7 +12,7 @@ namespace Velmara::kernel {
 /// What a record hands down to the tree below it.
 struct Heritage
 {
-    std::optional<bool> validate;
+    std::optional<bool> validate = std::nullopt;
     const std::shared_ptr<TALLYFORM::Logger>* logger = nullptr;
 
     void giveTo(const ITallyObject& object) const

@@ -10,7 +10,7 @@ namespace Velmara::kernel {
 /// count costs no memory.
 int plausible(QDataStream& in, qint32 count);
 
-/// Reads the items that a count announces, as far as the stream goes.
+/// Reads the items that a count announces; a stream that ends ahead of the last gets the status for that.
 template <class T, class ReadItem> void readItems(QDataStream& in, QVector<T>& list, ReadItem readItem)
 {
     qint32 count = 0;
@@ -18,6 +18,8 @@ template <class T, class ReadItem> void readItems(QDataStream& in, QVector<T>& l
     list.reserve(list.size() + plausible(in, count));
     for (; count > 0 && !in.atEnd(); --count)
         readItem();
+    if (count > 0)
+        in.setStatus(QDataStream::ReadPastEnd);
 }
 
 } // namespace Velmara::kernel

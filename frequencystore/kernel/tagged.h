@@ -195,7 +195,7 @@ template <class R> void Record<R>::readTagged(R& r, QDataStream& stream, int len
             readField(r, stream, tag, fieldLength);
         }
     }
-    if (remaining != 0)
+    if (remaining != 0 || stream.status() != QDataStream::Ok)
         refuseLength(r);
 }
 

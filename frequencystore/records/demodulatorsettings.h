@@ -10,7 +10,7 @@
 
 namespace Velmara {
 
-/// Common demodulator data and the choice of one settings record.
+/// How a signal is demodulated and decoded: a common part and the choice of one settings record.
 class VELMARA_EXPORT Demodulator_Settings : public TALLYFORM::ITallyObject
 {
     Q_DECLARE_TR_FUNCTIONS(Velmara::Demodulator_Settings)

@@ -6,7 +6,7 @@
 
 namespace Velmara {
 
-/// One detected signal.
+/// One signal that a detection chain found.
 class VELMARA_EXPORT DetectionResult : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(DetectionResult, "DetectionResult", 0x2F36977D)
@@ -17,7 +17,7 @@ class VELMARA_EXPORT DetectionResult : public TALLYFORM::ITallyObject
     VELMARA_CHILD(Bandwidth, Bandwidth,                  0xA4B08CAA, mandatory())
     VELMARA_VALUE(double,    Level,                      0xCE3014F1)
     VELMARA_TIME (StartTime, 0x8E59982D)
-    VELMARA_TIME (StopTime, 0x27B55067)
+    VELMARA_TIME (StopTime,  0x27B55067)
     VELMARA_VALUE(int,       Confidence,                 0xCCD7C4A3)
     VELMARA_VALUE(QString,   FFMSettingsWithAnalogDemod, 0x4E62BFEE)
     VELMARA_VALUE(QString,   Modulation,                 0xED7215EF)

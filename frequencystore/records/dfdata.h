@@ -4,7 +4,7 @@
 
 namespace Velmara {
 
-/// One burst of an emission.
+/// One burst of an emission, with a frequency and a bandwidth of its own.
 class VELMARA_EXPORT Burst : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(Burst, "Burst", 0xE5EB8409)
@@ -18,11 +18,11 @@ class VELMARA_EXPORT Burst : public TALLYFORM::ITallyObject
     VELMARA_VALUE(double,    ElevationVar, 0xA5A45857)
     VELMARA_VALUE(double,    Level,        0xCE3014F1, mandatory())
     VELMARA_TIME (StartTime, 0x8E59982D, mandatory())
-    VELMARA_TIME (StopTime, 0x27B55067, mandatory())
+    VELMARA_TIME (StopTime,  0x27B55067, mandatory())
 };
 VELMARA_EXTERN_RECORD(Burst)
 
-/// A counted list of bursts, built like Emissions.
+/// A counted list of bursts; the count is the caller's and is not compared with the list.
 class VELMARA_EXPORT Bursts : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(Bursts, "Bursts", 0x02EB0C6B)
@@ -32,7 +32,7 @@ class VELMARA_EXPORT Bursts : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(Bursts)
 
-/// One emission.
+/// One emission: its bearing, its level, its time span and its bursts.
 class VELMARA_EXPORT Emission : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(Emission, "Emission", 0xE75FE330)
@@ -43,12 +43,12 @@ class VELMARA_EXPORT Emission : public TALLYFORM::ITallyObject
     VELMARA_VALUE(double, ElevationVar, 0xA5A45857)
     VELMARA_VALUE(double, Level,        0xCE3014F1, mandatory())
     VELMARA_TIME (StartTime, 0x8E59982D, mandatory())
-    VELMARA_TIME (StopTime, 0x27B55067, mandatory())
+    VELMARA_TIME (StopTime,  0x27B55067, mandatory())
     VELMARA_CHILD(Bursts, Bursts,       0xA8651056)
 };
 VELMARA_EXTERN_RECORD(Emission)
 
-/// A counted list of emissions.
+/// A counted list of emissions; the count is the caller's and is not compared with the list.
 class VELMARA_EXPORT Emissions : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(Emissions, "Emissions", 0xA999E016)
@@ -68,7 +68,7 @@ class VELMARA_EXPORT Plot_Info : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(Plot_Info)
 
-/// Further values of a direction-finding result.
+/// Antenna, elevation and compass values of a direction-finding result.
 class VELMARA_EXPORT DFDataDetail : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(DFDataDetail, "Detail", 0xCAEE7FAD)

@@ -13,7 +13,7 @@
 
 namespace Velmara {
 
-/// A frequency range.
+/// The frequency range that an entry blanks.
 class VELMARA_EXPORT BlankingRange : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(BlankingRange, "BlankingRange", 0x07A002C6)
@@ -29,7 +29,7 @@ class VELMARA_EXPORT Detection : public TALLYFORM::ITallyObject
     VELMARA_RECORD(Detection, "Detection", 0x61D156AB)
 
     VELMARA_TIME(StartTime, 0x8E59982D, mandatory())
-    VELMARA_TIME(StopTime, 0x27B55067)
+    VELMARA_TIME(StopTime,  0x27B55067)
 };
 VELMARA_EXTERN_RECORD(Detection)
 
@@ -44,7 +44,7 @@ class VELMARA_EXPORT ResultList : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(ResultList)
 
-/// One entry of a store list.
+/// One line of a frequency store: fixed-frequency or short-time settings, and what goes with them.
 class VELMARA_EXPORT FrequencyStoreEntry : public TALLYFORM::ITallyObject
 {
     Q_DECLARE_TR_FUNCTIONS(Velmara::FrequencyStoreEntry)

@@ -8,7 +8,7 @@
 
 namespace Velmara {
 
-/// A list of frequency store entries.
+/// A named list of entries, with a usage, a time stamp and target areas.
 class VELMARA_EXPORT FrequencyStoreList : public TALLYFORM::ITallyObject
 {
     Q_DECLARE_TR_FUNCTIONS(Velmara::FrequencyStoreList)
@@ -25,7 +25,7 @@ class VELMARA_EXPORT FrequencyStoreList : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(FrequencyStoreList)
 
-/// The envelope that tells what kind of list it carries.
+/// The envelope that tells what kind of list it carries. Type and content are not tied to each other.
 class VELMARA_EXPORT FrequencyStoreListHelper : public TALLYFORM::ITallyObject
 {
     Q_DECLARE_TR_FUNCTIONS(Velmara::FrequencyStoreListHelper)

@@ -6,7 +6,7 @@
 
 namespace Velmara {
 
-/// One system of the catalogue.
+/// One signal system out of a fixed catalogue, with its sub-type.
 class VELMARA_EXPORT General_Settings : public TALLYFORM::ITallyObject
 {
     Q_DECLARE_TR_FUNCTIONS(Velmara::General_Settings)
@@ -47,7 +47,7 @@ class VELMARA_EXPORT TransmissionSystemDetail : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(TransmissionSystemDetail)
 
-/// A system named by free text.
+/// A signal system named by free text, for those that the catalogue lacks.
 class VELMARA_EXPORT TransmissionSystem : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(TransmissionSystem, "TransmissionSystem", 0x07CFFF85)

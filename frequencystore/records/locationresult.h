@@ -40,7 +40,7 @@ class VELMARA_EXPORT PlotDetail : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(PlotDetail)
 
-/// The description of a located emitter.
+/// The description of a located emitter, with a radius or an ellipse around it.
 class VELMARA_EXPORT Plot : public TALLYFORM::ITallyObject
 {
     Q_DECLARE_TR_FUNCTIONS(Velmara::Plot)
@@ -55,7 +55,7 @@ class VELMARA_EXPORT Plot : public TALLYFORM::ITallyObject
     VELMARA_ALTERNATIVE(VALUE, double,  Radius,        0xAD5B6AA1)
     VELMARA_ALTERNATIVE(CHILD, Ellipse, Ellipse,       0xE965EB5C)
     VELMARA_TIME       (StartTime, 0x8E59982D, mandatory())
-    VELMARA_TIME       (StopTime, 0x27B55067, mandatory())
+    VELMARA_TIME       (StopTime,  0x27B55067, mandatory())
     VELMARA_CHILD      (FrequencyList,  FrequencyList, 0x669C8E11)
     VELMARA_CHILD      (PlotDetail,     Detail,        0xAC5E4BAC, mandatory())
 };

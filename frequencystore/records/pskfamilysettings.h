@@ -64,7 +64,7 @@ class VELMARA_EXPORT MPSK_Settings : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(MPSK_Settings)
 
-/// Tuning values of the multi-channel FSK demodulator: the members of MPSK_SettingsDetail behind a Variant.
+/// Tuning values of the multi-channel FSK demodulator.
 class VELMARA_EXPORT MFSK_SettingsDetail : public TALLYFORM::ITallyObject
 {
     Q_DECLARE_TR_FUNCTIONS(Velmara::MFSK_SettingsDetail)

@@ -107,7 +107,7 @@ class VELMARA_EXPORT PACCLO_Settings : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(PACCLO_Settings)
 
-/// The tone spacing of the signal.
+/// The tone spacing of a signal with two bit streams.
 class VELMARA_EXPORT F7W_SettingsDetail : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(F7W_SettingsDetail, "Detail", 0xA99EF471)

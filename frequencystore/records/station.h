@@ -4,7 +4,7 @@
 
 namespace Velmara {
 
-/// One station.
+/// A receiving or direction-finding station: where it stood and what it measured.
 class VELMARA_EXPORT Station : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(Station, "Station", 0x23160A04)

@@ -4,7 +4,7 @@
 
 namespace Velmara {
 
-/// One geographic point, the item of Area.
+/// One geographic point.
 class VELMARA_EXPORT Coordinate : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(Coordinate, "Coordinate", 0xCE458C11)
@@ -26,7 +26,7 @@ class VELMARA_EXPORT Area : public TALLYFORM::ITallyObject
 };
 VELMARA_EXTERN_RECORD(Area)
 
-/// The areas of a list.
+/// The target areas of a frequency store list.
 class VELMARA_EXPORT Targetareas : public TALLYFORM::ITallyObject
 {
     VELMARA_RECORD(Targetareas, "Targetareas", 0xC78BB7B1)

@@ -1,0 +1,164 @@
+#include "note.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace TALLYFORM;
+
+namespace {
+
+class FileTest : public testing::Test
+{
+protected:
+    QString path(const char* name = "note") const { return m_dir.filePath(QLatin1String(name)); }
+    QByteArray content(const char* name = "note") const
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void write(const QByteArray& bytes) const
+    {
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+
+    QTemporaryDir m_dir;
+    std::shared_ptr<Memory> m_logger = std::make_shared<Memory>();
+};
+
+/// No file may grow beyond this size while it lives: the nearest thing to a full disk.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_previous);
+        const rlimit limit{bytes, m_previous.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_previous);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_previous{};
+    void (*m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
+} // namespace
+
+TEST_F(FileTest, XmlIsWrittenIndentedAndReadBack)
+{
+    ASSERT_TRUE(Note(QStringLiteral("\u00e4"), QStringLiteral("")).SaveXml(path()));
+    EXPECT_EQ(content(),
+              QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Note>\n <Title>\xc3\xa4</Title>\n"
+                         " <Body></Body>\n</Note>\n"));
+    ASSERT_TRUE(sampleNote().SaveXml(path()));
+    Note read;
+    EXPECT_TRUE(read.LoadXml(path()));
+    EXPECT_EQ(read, sampleNote());
+}
+
+TEST_F(FileTest, AnOpenFileIsReadFromItsPositionAndStaysOpen)
+{
+    write("junk<Note><Title>t</Title></Note>");
+    Note note;
+    QFile file(path());
+    EXPECT_FALSE(note.LoadXml(file));
+    EXPECT_FALSE(file.isOpen());
+
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly) && file.seek(4));
+    EXPECT_TRUE(note.LoadXml(file));
+    EXPECT_EQ(note.m_title, QStringLiteral("t"));
+    EXPECT_TRUE(file.isOpen());
+
+    file.close();
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_FALSE(note.LoadXml(file));
+}
+
+TEST_F(FileTest, AFailedLoadSaysWhere)
+{
+    write("<Note>\n <Title></Note>");
+    Note note;
+    note.SetLogger(m_logger);
+    EXPECT_FALSE(note.LoadXml(path()));
+    EXPECT_FALSE(note.LoadXml(path("missing")));
+    EXPECT_FALSE(note.LoadXml(m_dir.path()));
+    EXPECT_FALSE(note.LoadBinary(path("missing")));
+    ASSERT_EQ(m_logger->m_messages.size(), 4);
+    EXPECT_TRUE(m_logger->m_messages[0].startsWith(path() + QLatin1String(", line 2, column 15: ")))
+        << m_logger->m_messages[0].toStdString();
+    EXPECT_TRUE(m_logger->m_messages[1].startsWith(path("missing")));
+}
+
+TEST_F(FileTest, AFailedSaveLeavesTheFileAsItWas)
+{
+    write("precious");
+    const Note note(QStringLiteral("t"), QString(1000, QLatin1Char('b')));
+    note.SetLogger(m_logger);
+    {
+        const FileSizeLimit limit(100);
+        EXPECT_FALSE(note.SaveXml(path()));
+    }
+    EXPECT_FALSE(Note().SaveXml(path())) << "nothing to write";
+    EXPECT_FALSE(Note(QString(QChar(1)), QString()).SaveXml(path())) << "not for XML";
+    EXPECT_EQ(content(), QByteArray("precious"));
+    EXPECT_EQ(QDir(m_dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1) << "no remains";
+
+    EXPECT_FALSE(note.SaveXml(path("no/such/directory")));
+    EXPECT_FALSE(note.SaveXml(m_dir.path()));
+    EXPECT_EQ(m_logger->m_messages.size(), 3);
+}
+
+TEST_F(FileTest, APipeIsWrittenToAndNotReplaced)
+{
+    const QByteArray pipe = QFile::encodeName(path("pipe"));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    const int end = open(pipe.constData(), O_RDWR | O_NONBLOCK);
+    EXPECT_TRUE(sampleNote().SaveXml(path("pipe")));
+    char first = 0;
+    EXPECT_EQ(read(end, &first, 1), 1);
+    EXPECT_EQ(first, '<');
+    close(end);
+}
+
+TEST_F(FileTest, BinaryIsReadInEveryFormItIsWrittenIn)
+{
+    QByteArray plain;
+    QByteArray compressed;
+    QDataStream plainStream(&plain, QIODevice::WriteOnly);
+    QDataStream compressedStream(&compressed, QIODevice::WriteOnly);
+    EXPECT_TRUE(sampleNote().GetBinaryRepresentation(plainStream));
+    EXPECT_TRUE(sampleNote().GetCompressedBinaryRepresentation(compressedStream));
+    EXPECT_EQ(plain, sampleNote().GetBinaryRepresentationAsQByteArray());
+    for (const QByteArray& form : {plain, compressed, sampleNote().GetCompressedBinaryRepresentationAsQByteArray()}) {
+        write(form);
+        Note read;
+        EXPECT_TRUE(read.LoadBinary(path()));
+        EXPECT_EQ(read, sampleNote());
+    }
+}
+
+TEST_F(FileTest, AFailedBinaryLoadNamesTheFile)
+{
+    write(sampleNote().GetBinaryRepresentationAsQByteArray() + "trailing");
+    Note note;
+    try {
+        note.LoadBinary(path());
+        FAIL();
+    } catch (const BinaryParsingException& failure) {
+        EXPECT_EQ(failure.GetOrigin(), path());
+    }
+    EXPECT_EQ(note, Note());
+}
