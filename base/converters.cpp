@@ -9,15 +9,9 @@ namespace {
 constexpr char form[] = "yyyy-MM-ddThh:mm:ss,zzzZ";
 constexpr int formLength = sizeof form - 1;
 
-constexpr bool isDigitPlace(char c)
-{
-    return (c >= 'a' && c <= 'z') || c == 'M';
-}
+constexpr bool isDigitPlace(char c) { return (c >= 'a' && c <= 'z') || c == 'M'; }
 
-constexpr bool isDigit(QChar c)
-{
-    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
-}
+constexpr bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
 
 bool isInForm(const QString& text)
 {

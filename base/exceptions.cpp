@@ -4,10 +4,7 @@ namespace TALLYFORM {
 
 TallyFormException::TallyFormException(const QString& message) : m_message(message), m_utf8(message.toUtf8()) {}
 
-const char* TallyFormException::what() const noexcept
-{
-    return m_utf8.constData();
-}
+const char* TallyFormException::what() const noexcept { return m_utf8.constData(); }
 
 QString TallyFormException::detail(const QString& failure) const
 {
@@ -15,30 +12,15 @@ QString TallyFormException::detail(const QString& failure) const
     return m_origin.isEmpty() ? text : text + QLatin1String(" (") + m_origin + QLatin1Char(')');
 }
 
-QString TallyFormException::GetDetail() const
-{
-    return detail(QStringLiteral("TallyFormException"));
-}
+QString TallyFormException::GetDetail() const { return detail(QStringLiteral("TallyFormException")); }
 
-QString TallyException::GetDetail() const
-{
-    return detail(QStringLiteral("TallyException"));
-}
+QString TallyException::GetDetail() const { return detail(QStringLiteral("TallyException")); }
 
-QString OutOfRangeException::GetDetail() const
-{
-    return detail(QStringLiteral("OutOfRangeException"));
-}
+QString OutOfRangeException::GetDetail() const { return detail(QStringLiteral("OutOfRangeException")); }
 
-QString BinaryParsingException::GetDetail() const
-{
-    return detail(QStringLiteral("BinaryParsingException"));
-}
+QString BinaryParsingException::GetDetail() const { return detail(QStringLiteral("BinaryParsingException")); }
 
-QString InvalidXmlException::GetDetail() const
-{
-    return detail(QStringLiteral("InvalidXmlException"));
-}
+QString InvalidXmlException::GetDetail() const { return detail(QStringLiteral("InvalidXmlException")); }
 
 QString IncompleteDefinitionException::GetDetail() const
 {

@@ -43,7 +43,7 @@ std::optional<quint32> nextWord(const QDataStream& stream)
 /// Whether the bytes are the announced size and the compressed data that qCompress makes.
 bool isCompressed(const QByteArray& bytes)
 {
-    constexpr char deflated = 0x78; // the first byte of zlib's default method and window
+    constexpr char deflated = 0x78;    // the first byte of zlib's default method and window
     constexpr qint64 bestRatio = 1032; // no deflated byte stands for more, so a larger size is a lie
     return bytes.size() > wordSize && bytes[wordSize] == deflated && *wordAt(bytes, 0) <= bytes.size() * bestRatio;
 }

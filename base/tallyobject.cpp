@@ -6,10 +6,7 @@
 namespace TALLYFORM {
 
 ITallyObject::ITallyObject(ITallyObject&& other) noexcept
-    : m_id(other.m_id),
-      m_name(other.m_name),
-      m_logger(other.m_logger),
-      m_type(other.m_type),
+    : m_id(other.m_id), m_name(other.m_name), m_logger(other.m_logger), m_type(other.m_type),
       m_validate(other.m_validate)
 {}
 
@@ -36,10 +33,7 @@ void ITallyObject::ProcessXml(QXmlStreamReader& reader)
 
 void ITallyObject::ProcessXmlStartElement(QXmlStreamReader&) {}
 
-QString ITallyObject::GetTextValue(QXmlStreamReader& reader) const
-{
-    return ElementText(reader);
-}
+QString ITallyObject::GetTextValue(QXmlStreamReader& reader) const { return ElementText(reader); }
 
 void ITallyObject::skipCurrentElement(QDataStream& stream, int length, int)
 {

@@ -9,7 +9,10 @@ using namespace TALLYFORM;
 namespace {
 
 template <class List> struct TypesOf;
-template <class... R> struct TypesOf<RecordTypes<R...>> { using Type = testing::Types<R...>; };
+template <class... R> struct TypesOf<RecordTypes<R...>>
+{
+    using Type = testing::Types<R...>;
+};
 
 struct ClassNames
 {
@@ -19,16 +22,22 @@ struct ClassNames
 } // namespace
 
 template <class R> class EveryRecord : public testing::Test
-{
-};
+{};
 TYPED_TEST_SUITE(EveryRecord, TypesOf<AllRecords>::Type, ClassNames);
 
 TYPED_TEST(EveryRecord, StartsEmpty)
 {
     // those that may be written with nothing in them
-    const QStringList alwaysHaveData{"ChannelSelection", "DFDataDetail", "Demodulator_Settings", "FFM_SettingsDetail",
-                                     "FrequencyStoreEntryLocation", "MT_Settings", "PScanSettings",
-                                     "ShapeDetectorSettings", "ShortTime_Settings", "Station"};
+    const QStringList alwaysHaveData{"ChannelSelection",
+                                     "DFDataDetail",
+                                     "Demodulator_Settings",
+                                     "FFM_SettingsDetail",
+                                     "FrequencyStoreEntryLocation",
+                                     "MT_Settings",
+                                     "PScanSettings",
+                                     "ShapeDetectorSettings",
+                                     "ShortTime_Settings",
+                                     "Station"};
     const TypeParam record;
     EXPECT_EQ(record.HasData(), alwaysHaveData.contains(TypeParam::className));
     EXPECT_FALSE(record.AnyData());
@@ -168,12 +177,10 @@ TYPED_TEST(EveryRecord, SurvivesDamage)
         b.SetValidate(i % 2);
         try {
             readTagged(a, damage(frame));
-        } catch (const TallyException&) {
-        }
+        } catch (const TallyException&) {}
         try {
             readPacked(b, damage(body));
-        } catch (const TallyException&) {
-        }
+        } catch (const TallyException&) {}
     }
     // every cut is noticed by the tagged form
     for (int length = 9; length < frame.size(); length += 1 + frame.size() / 50) {

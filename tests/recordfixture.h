@@ -92,9 +92,10 @@ public:
     {
         using namespace Velmara::kernel;
         auto& data = Record<R>::layout(record);
-        const int chosen = below(countOf<alternatives, typename Record<R>::template Layout<R>> + 0);
+        const int chosen = below(countOf<alternatives, std::remove_reference_t<decltype(data)>>);
         visit(data, [&](const Member& m, auto& field) {
-            const bool isWanted = m.isAlternative() ? m.position == chosen : m.isMandatory() || m_everything || below(2);
+            const bool isWanted
+                = m.isAlternative() ? m.position == chosen : m.isMandatory() || m_everything || below(2);
             if (!isWanted)
                 return;
             set(record, m, field);

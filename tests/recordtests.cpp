@@ -70,7 +70,8 @@ TEST(Accessors, StringsAndEnumerationsGuardTheirSetters)
 {
     Area area;
     area.SetName("");
-    EXPECT_EQ(messageOf<OutOfRangeException>([&] { area.SetName(QString()); }), "Area: Please set Name properly (origin: Setter).");
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { area.SetName(QString()); }),
+              "Area: Please set Name properly (origin: Setter).");
 
     FFM_Settings s;
     using Type = FFM_Settings::IFPanType;
@@ -145,9 +146,10 @@ TEST(Compare, LooksAtBitsThenValues)
 
 TEST(Xml, WritesTheDocumentedForm)
 {
-    EXPECT_EQ(xml(area()), "<Area Version=\"1.0\"><Name>north</Name>"
-                           "<Coordinate><Longitude>11.500000</Longitude><Latitude>48.250000</Latitude></Coordinate>"
-                           "<Coordinate><Longitude>12.000000</Longitude><Latitude>49.000000</Latitude></Coordinate></Area>");
+    EXPECT_EQ(xml(area()),
+              "<Area Version=\"1.0\"><Name>north</Name>"
+              "<Coordinate><Longitude>11.500000</Longitude><Latitude>48.250000</Latitude></Coordinate>"
+              "<Coordinate><Longitude>12.000000</Longitude><Latitude>49.000000</Latitude></Coordinate></Area>");
     Frequency f;
     f.SetUse(true);
     f.SetMin(1);
@@ -230,7 +232,8 @@ TEST(Xml, ReadsAttributesAndEmptyTexts)
     grid.SetXmlString("<HopGrid><Use></Use><OccupationRatio>1</OccupationRatio></HopGrid>", false);
     EXPECT_TRUE(grid.IsUseSet() && grid.GetUse() && grid.IsOccupationRatioSet());
 
-    const QString blank = "<FFM_Settings Version=\"1.2\"><IFStepAuto/><Detail Version=\"1.2\"><Active/></Detail></FFM_Settings>";
+    const QString blank
+        = "<FFM_Settings Version=\"1.2\"><IFStepAuto/><Detail Version=\"1.2\"><Active/></Detail></FFM_Settings>";
     FFM_Settings s;
     EXPECT_EQ(messageOf<InvalidXmlException>([&] { s.SetXmlString(blank, false); }),
               "Please set a value or a default for the boolean 'Active' in 'Detail'.");
@@ -238,7 +241,8 @@ TEST(Xml, ReadsAttributesAndEmptyTexts)
     s.SetValidate(false);
     s.SetXmlString(blank, false);
     EXPECT_TRUE(std::as_const(s).GetDetail().IsActiveSet());
-    s.SetXmlString("<FFM_Settings Version=\"1.2\"><IFPanType>no</IFPanType><FFPDelay>-1</FFPDelay></FFM_Settings>", false);
+    s.SetXmlString("<FFM_Settings Version=\"1.2\"><IFPanType>no</IFPanType><FFPDelay>-1</FFPDelay></FFM_Settings>",
+                   false);
     EXPECT_EQ(s.GetIFPanType(), s.GetInvalidIFPanType());
     EXPECT_EQ(s.GetFFPDelay(), ~quint64(0));
 }
@@ -246,8 +250,14 @@ TEST(Xml, ReadsAttributesAndEmptyTexts)
 TEST(Choice, OneAlternativeIsWritten)
 {
     PointOfInterest poi;
-    poi.SetLocation([] { PointOfInterestLocation l; l.SetLongitude(1); l.SetLatitude(2); return l; }());
-    const QString head = "<PointOfInterest><Location><Longitude>1.000000</Longitude><Latitude>2.000000</Latitude></Location>";
+    poi.SetLocation([] {
+        PointOfInterestLocation l;
+        l.SetLongitude(1);
+        l.SetLatitude(2);
+        return l;
+    }());
+    const QString head
+        = "<PointOfInterest><Location><Longitude>1.000000</Longitude><Latitude>2.000000</Latitude></Location>";
     EXPECT_EQ(xml(poi), head + "</PointOfInterest>");
     EXPECT_EQ(packed(poi).right(1), QByteArray(1, char(0xFF)));
 
@@ -258,9 +268,10 @@ TEST(Choice, OneAlternativeIsWritten)
               "PointOfInterest:Check failed. m_radius is not set");
     poi.GetEllipse().SetMinRadius(1);
     EXPECT_EQ(poi.GetChoicePointOfInterest(), PointOfInterest::ChoicePointOfInterest::Ellipse);
-    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { poi.Check(); }),
-              "PointOfInterest:Check failed. The optional member (choice element) m_ellipse is set, but mandatory data of "
-              "the member is not set.");
+    EXPECT_EQ(
+        messageOf<IncompleteDefinitionException>([&] { poi.Check(); }),
+        "PointOfInterest:Check failed. The optional member (choice element) m_ellipse is set, but mandatory data of "
+        "the member is not set.");
     poi.GetEllipse().SetMaxRadius(2);
     poi.GetEllipse().SetRotation(3);
 
@@ -280,7 +291,8 @@ TEST(Choice, OneAlternativeIsWritten)
 TEST(Tagged, FramesAndRoundTrip)
 {
     const QByteArray frame = tagged(coordinate(11.5, 48.25));
-    EXPECT_EQ(frame.toHex(), "000000070000002a247e74910000000d0000000931312e353030303030cb2f4b760000000d0000000934382e323530303030");
+    EXPECT_EQ(frame.toHex(),
+              "000000070000002a247e74910000000d0000000931312e353030303030cb2f4b760000000d0000000934382e323530303030");
     FFM_Settings s = settings(), read;
     readTagged(read, tagged(s));
     EXPECT_EQ(xml(read), xml(s));
@@ -289,14 +301,25 @@ TEST(Tagged, FramesAndRoundTrip)
 
     HopGrid grid;
     grid.SetValidate(false);
-    EXPECT_EQ(tagged(grid).toHex(), "00000007" "0000000c" "4e93c023" "00000004" "00000000");
+    EXPECT_EQ(tagged(grid).toHex(), "00000007"
+                                    "0000000c"
+                                    "4e93c023"
+                                    "00000004"
+                                    "00000000");
 }
 
 TEST(Tagged, DistrustsTheStream)
 {
     Coordinate point;
-    const QByteArray unknown = QByteArray::fromHex("00000007" "00000021" "11111111" "00000004" "aabbccdd"
-                                                   "cb2f4b76" "0000000d" "00000009" "34382e323530303030");
+    const QByteArray unknown = QByteArray::fromHex("00000007"
+                                                   "00000021"
+                                                   "11111111"
+                                                   "00000004"
+                                                   "aabbccdd"
+                                                   "cb2f4b76"
+                                                   "0000000d"
+                                                   "00000009"
+                                                   "34382e323530303030");
     readTagged(point, unknown);
     EXPECT_EQ(point.GetLatitude(), 48.25);
     EXPECT_EQ(messageOf<BinaryParsingException>([&] { readTagged(point, unknown.left(20)); }),
@@ -304,10 +327,18 @@ TEST(Tagged, DistrustsTheStream)
 
     Area area;
     area.SetValidate(false);
-    const QByteArray hostile = QByteArray::fromHex("00000007" "0000000c" "6f69083f" "00000004" "7fffffff");
+    const QByteArray hostile = QByteArray::fromHex("00000007"
+                                                   "0000000c"
+                                                   "6f69083f"
+                                                   "00000004"
+                                                   "7fffffff");
     EXPECT_THROW(readTagged(area, hostile), BinaryParsingException);
     EXPECT_LT(std::as_const(area).GetCoordinate().capacity(), 1024);
-    readPacked(area, QByteArray::fromHex("02" "00000006" "0031002e0030" "ffffffff" "7fffffff"));
+    readPacked(area, QByteArray::fromHex("02"
+                                         "00000006"
+                                         "0031002e0030"
+                                         "ffffffff"
+                                         "7fffffff"));
     EXPECT_LT(std::as_const(area).GetCoordinate().capacity(), 1024);
 }
 
@@ -316,10 +347,15 @@ TEST(Packed, OrderOfBitsAndRawPresence)
     Frequency f;
     f.SetValue(1);
     f.SetUse(true);
-    EXPECT_EQ(packed(f).toHex(), "09" "3ff0000000000000" "01");
+    EXPECT_EQ(packed(f).toHex(), "09"
+                                 "3ff0000000000000"
+                                 "01");
     SignalLength length;
     length.SetUse(true);
-    EXPECT_EQ(packed(length).toHex(), "08" "0000000000000000" "0000000000000000" "01");
+    EXPECT_EQ(packed(length).toHex(), "08"
+                                      "0000000000000000"
+                                      "0000000000000000"
+                                      "01");
 
     FFM_Settings s = settings(), read;
     read.SetLevel(4);

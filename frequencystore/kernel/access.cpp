@@ -30,8 +30,8 @@ void refuse(const ITallyObject& self, const Member& m, const QString&)
 
 void refuseEnum(const Member& m)
 {
-    throw OutOfRangeException(QStringLiteral("enum is not valid (classname=%1,membername=%2)")
-                                  .arg(QLatin1String(m.record), m.field()));
+    throw OutOfRangeException(
+        QStringLiteral("enum is not valid (classname=%1,membername=%2)").arg(QLatin1String(m.record), m.field()));
 }
 
 void refuseItem(const ITallyObject& self, const Member& m)

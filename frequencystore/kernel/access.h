@@ -25,8 +25,8 @@ template <IsEnum E> bool isValid(const Member& m, const E& value)
 template <IsEnum E> [[noreturn]] void refuse(const ITallyObject&, const Member& m, E) { refuseEnum(m); }
 
 /// Whether setters of this type refuse some values.
-template <class T>
-inline constexpr bool isGuarded = std::is_same_v<T, double> || std::is_same_v<T, QString> || IsEnum<T>;
+template <class T> inline constexpr bool isGuarded
+    = std::is_same_v<T, double> || std::is_same_v<T, QString> || IsEnum<T>;
 
 /// Stores a value and marks its member as present; refuses a bad value under validation.
 template <class T> void assign(const ITallyObject& self, RecordData& data, const Member& m, T& field, const T& value)

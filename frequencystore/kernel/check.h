@@ -55,8 +55,7 @@ class ChoiceChecker
 public:
     ChoiceChecker(const ITallyObject& self, const RecordData& data, const ChoiceGroup& group)
         : m_self(self), m_data(data), m_group(group)
-    {
-    }
+    {}
 
     void operator()(const Member& m, double) const
     {
@@ -121,7 +120,7 @@ template <Depth depth> struct Holds
 
 template <class R> bool Record<R>::hasData(const R& r)
 {
-    if constexpr (countOf<mandatories, Layout<R>> == 0 && !isChoiceMandatory<R>())
+    if constexpr (!has<mandatories, Layout<R>> && !isChoiceMandatory<R>())
         return true;
     if (!r.m_data)
         return false;

@@ -39,11 +39,10 @@ template <class... Row> constexpr bool areAlternatives(const char* labels, Rows<
     return (isNext(Row::info) && ...) && *labels == '\0';
 }
 
-template <class R> constexpr void assertWellFormed()
+template <class R, class Data> constexpr void assertWellFormed()
 {
-    using Data = typename Record<R>::template Layout<R>;
     static_assert(countOf<contents, Data> <= 1, "a record has one content at most");
-    static_assert(HasChoice<R> || countOf<alternatives, Data> == 0, "an alternative needs a VELMARA_CHOICE");
+    static_assert(HasChoice<R> || !has<alternatives, Data>, "an alternative needs a VELMARA_CHOICE");
     if constexpr (HasChoice<R>)
         static_assert(areAlternatives(R::choiceGroup.labels, typename Data::List()),
                       "a choice group lists its alternatives in the order of their rows");
@@ -51,7 +50,7 @@ template <class R> constexpr void assertWellFormed()
 
 template <class R> bool Record<R>::prepareNames()
 {
-    assertWellFormed<R>();
+    assertWellFormed<R, Layout<R>>();
     visitDescriptions(typename Layout<R>::List(), [](const Member& m) {
         if (m.names)
             m.names();

@@ -77,10 +77,7 @@ template <class R> bool Record<R>::hasInherited(const R& r, const Heritage& heri
     return heritage.isHeldBy(r) && (!r.m_data || !any(*held(r), LacksHeritage{heritage}));
 }
 
-template <class R> void Record<R>::setValidate(const R& r, bool validate)
-{
-    handDown(r, {.validate = validate});
-}
+template <class R> void Record<R>::setValidate(const R& r, bool validate) { handDown(r, {.validate = validate}); }
 
 template <class R> void Record<R>::setLogger(const R& r, const std::shared_ptr<TALLYFORM::Logger>& logger)
 {

@@ -4,10 +4,7 @@
 
 namespace Velmara::kernel {
 
-QString Member::field() const
-{
-    return QStringLiteral("m_") + QChar(name.front()).toLower() + name.mid(1);
-}
+QString Member::field() const { return QStringLiteral("m_") + QChar(name.front()).toLower() + name.mid(1); }
 
 QStringList splitNames(const char* labels)
 {

@@ -39,10 +39,30 @@ struct Member
     Names names = nullptr;        ///< the same as a list
 
     constexpr Member optional() const { return *this; }
-    constexpr Member mandatory() const { Member m = *this; m.need = Need::Mandatory; return m; }
-    constexpr Member alternative() const { Member m = *this; m.need = Need::Alternative; return m; }
-    constexpr Member attribute() const { Member m = *this; m.form = Form::Attribute; return m; }
-    constexpr Member content() const { Member m = mandatory(); m.form = Form::Content; return m; }
+    constexpr Member mandatory() const
+    {
+        Member m = *this;
+        m.need = Need::Mandatory;
+        return m;
+    }
+    constexpr Member alternative() const
+    {
+        Member m = *this;
+        m.need = Need::Alternative;
+        return m;
+    }
+    constexpr Member attribute() const
+    {
+        Member m = *this;
+        m.form = Form::Attribute;
+        return m;
+    }
+    constexpr Member content() const
+    {
+        Member m = mandatory();
+        m.form = Form::Content;
+        return m;
+    }
 
     /// The name in the formats, where it is no identifier.
     constexpr Member element(const char* text) const
@@ -52,9 +72,19 @@ struct Member
         return m;
     }
     /// The reset value, where it is not zero, false, null or invalid.
-    constexpr Member initially(double value) const { Member m = *this; m.resetValue = value; return m; }
+    constexpr Member initially(double value) const
+    {
+        Member m = *this;
+        m.resetValue = value;
+        return m;
+    }
     /// ResetToDefault marks the member as present.
-    constexpr Member marked() const { Member m = *this; m.isMarked = true; return m; }
+    constexpr Member marked() const
+    {
+        Member m = *this;
+        m.isMarked = true;
+        return m;
+    }
     /// What an empty text means to a boolean, which otherwise refuses it.
     constexpr Member blankIs(bool value) const
     {
@@ -80,7 +110,12 @@ struct Member
         return m;
     }
     /// The names of an enumeration that are no identifiers, parted by '|'.
-    constexpr Member named(const char* list) const { Member m = *this; m.labels = list; return m; }
+    constexpr Member named(const char* list) const
+    {
+        Member m = *this;
+        m.labels = list;
+        return m;
+    }
     constexpr Member enumeration(Names list, const char* identifiers) const
     {
         Member m = named(identifiers).initially(-1);
@@ -88,7 +123,12 @@ struct Member
         return m;
     }
     /// The items of a mandatory list stand in packed binary only if the list is marked as present, its count always.
-    constexpr Member itemsByBit() const { Member m = *this; m.areItemsByBit = true; return m; }
+    constexpr Member itemsByBit() const
+    {
+        Member m = *this;
+        m.areItemsByBit = true;
+        return m;
+    }
 
     constexpr bool isMandatory() const { return need == Need::Mandatory; }
     constexpr bool isAlternative() const { return need == Need::Alternative; }
@@ -119,7 +159,12 @@ struct ChoiceGroup
     bool isChosenComparedAlone = false;
 
     constexpr ChoiceGroup optional() const { return *this; }
-    constexpr ChoiceGroup mandatory() const { ChoiceGroup g = *this; g.isMandatory = true; return g; }
+    constexpr ChoiceGroup mandatory() const
+    {
+        ChoiceGroup g = *this;
+        g.isMandatory = true;
+        return g;
+    }
     /// Records are equal whatever they hold in the alternatives that are not chosen.
     constexpr ChoiceGroup comparesChosenAlone() const
     {

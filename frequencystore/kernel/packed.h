@@ -8,17 +8,24 @@
 
 namespace Velmara::kernel {
 
+template <class T> constexpr auto packedTypeOf()
+{
+    if constexpr (IsEnum<T>)
+        return std::type_identity<qint8>();
+    else if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>)
+        return std::type_identity<qint64>();
+    else
+        return std::type_identity<T>();
+}
 /// How a value of one type stands on the stream.
-template <class T> struct Packed { using Type = T; };
-template <class T> requires(std::is_integral_v<T> && !std::is_same_v<T, bool>) struct Packed<T> { using Type = qint64; };
-template <IsEnum E> struct Packed<E> { using Type = qint8; };
+template <class T> using Packed = typename decltype(packedTypeOf<T>())::type;
 
 template <class T> void putPacked(QDataStream& out, const T& value)
 {
     if constexpr (IsRecord<T>)
         Record<T>::writePacked(value, out);
     else
-        out << static_cast<typename Packed<T>::Type>(value);
+        out << static_cast<Packed<T>>(value);
 }
 
 template <class T> void getPacked(QDataStream& in, T& value)
@@ -26,7 +33,7 @@ template <class T> void getPacked(QDataStream& in, T& value)
     if constexpr (IsRecord<T>) {
         Record<T>::readPacked(value, in);
     } else {
-        typename Packed<T>::Type packed{};
+        Packed<T> packed{};
         in >> packed;
         value = static_cast<T>(packed);
     }
@@ -83,9 +90,7 @@ public:
         if (!isCountWritten(m_data, m))
             return;
         if (areItemsWritten(m_data, m))
-            readItems(m_in, list, [&] {
-                grow(m_self, m_data, m, list, [&](T& item) { getPacked(m_in, item); });
-            });
+            readItems(m_in, list, [&] { grow(m_self, m_data, m, list, [&](T& item) { getPacked(m_in, item); }); });
         else
             m_in.skipRawData(sizeof(qint32));
     }

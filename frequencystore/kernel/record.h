@@ -51,15 +51,26 @@ struct VELMARA_EXPORT RecordData : QSharedData
 using DataPointer = QExplicitlySharedDataPointer<RecordData>;
 
 /// A list of rows, for folding over.
-template <class... Row> struct Rows { template <class Next> using And = Rows<Row..., Next>; };
+template <class... Row> struct Rows
+{
+    template <class Next> using And = Rows<Row..., Next>;
+};
 
 /// Overloads told apart by rank: of those declared so far the highest wins. So `decltype(rows(Rank<>()))` inside a
 /// record class names the row above, whatever that is called.
-template <int n = 64> struct Rank : Rank<n - 1> {};
-template <> struct Rank<0> {};
+template <int n = 64> struct Rank : Rank<n - 1>
+{};
+template <> struct Rank<0>
+{};
 
-template <class Above> struct ListOf { using Type = typename Above::List; };
-template <> struct ListOf<RecordData> { using Type = Rows<>; };
+template <class Above> struct ListOf
+{
+    using Type = typename Above::List;
+};
+template <> struct ListOf<RecordData>
+{
+    using Type = Rows<>;
+};
 
 /// The rows above and one more.
 template <class Above, class Row> struct After;
@@ -72,8 +83,10 @@ template <class Above, class Row> struct After<Above*, Row> : Above
     static_assert(count < 64, "a record has room for 63 members");
 };
 
-template <class T> concept IsRecord = std::derived_from<T, ITallyObject>;
-template <class T> concept IsEnum = std::is_enum_v<T>;
+template <class T>
+concept IsRecord = std::derived_from<T, ITallyObject>;
+template <class T>
+concept IsEnum = std::is_enum_v<T>;
 template <class T> inline constexpr bool isList = false;
 template <class T> inline constexpr bool isList<QVector<T>> = true;
 
@@ -86,7 +99,8 @@ template <> inline constexpr bool isValue<bool> = true;
 template <> inline constexpr bool isValue<QString> = true;
 template <> inline constexpr bool isValue<QDateTime> = true;
 /// A member that holds one value with a text form.
-template <class T> concept IsValue = isValue<T>;
+template <class T>
+concept IsValue = isValue<T>;
 
 template <class T> inline constexpr bool isField = IsValue<T> || IsRecord<T>;
 template <class T> inline constexpr bool isField<QVector<T>> = IsRecord<T>;

@@ -97,9 +97,8 @@ private:                                                                        
                                                  "record, or a list of records, double or QString");                   \
     struct X##Row : ::Velmara::kernel::After<decltype(rows(::Velmara::kernel::Rank<>())), X##Row>                      \
     {                                                                                                                  \
-        static constexpr ::Velmara::kernel::Member info                                                                \
-            = ::Velmara::kernel::Member{className, QLatin1String(#X, sizeof(#X) - 1), TAG, bit, position}              \
-              __VA_OPT__(.) __VA_ARGS__;                                                                               \
+        static constexpr ::Velmara::kernel::Member info = ::Velmara::kernel::Member{                                   \
+            className, QLatin1String(#X, sizeof(#X) - 1), TAG, bit, position} __VA_OPT__(.) __VA_ARGS__;               \
         T m_##X = info.initial<T>();                                                                                   \
         T& field() { return m_##X; }                                                                                   \
         const T& field() const { return m_##X; }                                                                       \
@@ -117,10 +116,7 @@ public:                                                                         
 
 /// The setter, the editing getter and the default, which several kinds have.
 #define VELMARA_SET(PARAMETER, X)                                                                                      \
-    void Set##X(PARAMETER value)                                                                                       \
-    {                                                                                                                  \
-        ::Velmara::kernel::assign(*this, data(), X##Row::info, VELMARA_FIELD(X), value);                               \
-    }
+    void Set##X(PARAMETER value) { ::Velmara::kernel::assign(*this, data(), X##Row::info, VELMARA_FIELD(X), value); }
 #define VELMARA_EDIT(T, X)                                                                                             \
     T& Get##X() { return ::Velmara::kernel::edit(data(), X##Row::info, VELMARA_FIELD(X)); }
 #define VELMARA_DEFAULT(T, X)                                                                                          \
@@ -139,8 +135,7 @@ public:                                                                         
     void ReadValuesFromXml(QXmlStreamReader& reader) { ProcessXml(reader); }
 
 /// The flag that says whether a bounded value is to be used: an attribute, true unless it is told otherwise.
-#define VELMARA_USE(TAG)                                                                                               \
-    VELMARA_VALUE(bool, Use, TAG, attribute().blankIs(true).initially(true).marked())
+#define VELMARA_USE(TAG) VELMARA_VALUE(bool, Use, TAG, attribute().blankIs(true).initially(true).marked())
 
 /// A value whose name the base class has taken: SetLocalX, which validates nothing, and GetLocalX.
 #define VELMARA_LOCAL_VALUE(T, X, TAG)                                                                                 \
@@ -194,10 +189,7 @@ private:                                                                        
 #define VELMARA_LIST(T, X, TAG, ...)                                                                                   \
     VELMARA_CHILD(QVector<T>, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                       \
     bool IsValid##X(const T& item) const { return ::Velmara::kernel::isValid(X##Row::info, item); }                    \
-    void Append##X(const T& item)                                                                                      \
-    {                                                                                                                  \
-        ::Velmara::kernel::append(*this, data(), X##Row::info, VELMARA_FIELD(X), item);                                \
-    }
+    void Append##X(const T& item) { ::Velmara::kernel::append(*this, data(), X##Row::info, VELMARA_FIELD(X), item); }
 
 /// A list of double or QString. AppendX throws IncompleteDefinitionException for NaN and a null QString.
 #define VELMARA_VALUES(T, X, TAG, ...)                                                                                 \

@@ -93,8 +93,7 @@ class TaggedReader
 public:
     TaggedReader(const ITallyObject& self, RecordData& data, QDataStream& in, int length)
         : m_self(self), m_data(data), m_in(in), m_length(length)
-    {
-    }
+    {}
 
     template <IsValue T> void operator()(const Member& m, T& field) const
     {

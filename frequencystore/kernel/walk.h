@@ -78,9 +78,18 @@ template <class Visitor, class... Row> void visitDescriptions(Rows<Row...>, cons
 
 template <auto which, class... Row> constexpr int countRows(Rows<Row...>) { return (int(which(Row::info)) + ... + 0); }
 template <auto which, class Data> inline constexpr int countOf = countRows<which>(typename Data::List());
+template <auto which, class Data> inline constexpr bool has = countOf<which, Data> != 0;
 
-template <class R> concept IsVersioned = requires { R::schemaVersion(); };
-template <class R> concept HasChoice = requires { R::choiceGroup; };
+template <class R>
+concept IsVersioned = requires
+{
+    R::schemaVersion();
+};
+template <class R>
+concept HasChoice = requires
+{
+    R::choiceGroup;
+};
 
 template <class R> constexpr bool isChoiceMandatory()
 {

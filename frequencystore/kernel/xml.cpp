@@ -9,15 +9,9 @@ namespace Velmara::kernel {
 void XmlWriter::put(const Member& m, const QString& text) const
 {
     switch (m.form) {
-    case Member::Form::Element:
-        m_out.writeTextElement(m.name, text);
-        break;
-    case Member::Form::Attribute:
-        m_out.writeAttribute(m.name, text);
-        break;
-    case Member::Form::Content:
-        m_out.writeCharacters(text);
-        break;
+    case Member::Form::Element: m_out.writeTextElement(m.name, text); break;
+    case Member::Form::Attribute: m_out.writeAttribute(m.name, text); break;
+    case Member::Form::Content: m_out.writeCharacters(text); break;
     }
 }
 

@@ -15,8 +15,7 @@ class XmlWriter
 public:
     XmlWriter(const ITallyObject& self, const RecordData& data, QXmlStreamWriter& out)
         : m_self(self), m_data(data), m_out(out)
-    {
-    }
+    {}
 
     template <IsValue T> void operator()(const Member& m, const T& value) const
     {
@@ -66,8 +65,7 @@ class XmlReader
 {
 public:
     XmlReader(const ITallyObject& self, RecordData& data, QXmlStreamReader& in) : m_self(self), m_data(data), m_in(in)
-    {
-    }
+    {}
 
     template <IsValue T> void operator()(const Member& m, T& field) const
     {
@@ -142,9 +140,9 @@ template <class R> void Record<R>::readXml(R& r, QXmlStreamReader& reader)
         data.versionLoaded = reader.attributes().value(QLatin1String("Version")).toString();
         upgrade(r);
     }
-    if constexpr (countOf<attributes, Layout<R>> > 0)
+    if constexpr (has<attributes, Layout<R>>)
         readAttributes(r, reader.attributes());
-    if constexpr (countOf<contents, Layout<R>> > 0)
+    if constexpr (has<contents, Layout<R>>)
         visit<contents>(data, XmlReader(r, data, reader));
     else
         r.ITallyObject::ProcessXml(reader);

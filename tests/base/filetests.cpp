@@ -60,9 +60,8 @@ private:
 TEST_F(FileTest, XmlIsWrittenIndentedAndReadBack)
 {
     ASSERT_TRUE(Note(QStringLiteral("\u00e4"), QStringLiteral("")).SaveXml(path()));
-    EXPECT_EQ(content(),
-              QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Note>\n <Title>\xc3\xa4</Title>\n"
-                         " <Body></Body>\n</Note>\n"));
+    EXPECT_EQ(content(), QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Note>\n <Title>\xc3\xa4</Title>\n"
+                                    " <Body></Body>\n</Note>\n"));
     ASSERT_TRUE(sampleNote().SaveXml(path()));
     Note read;
     EXPECT_TRUE(read.LoadXml(path()));
