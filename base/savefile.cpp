@@ -13,10 +13,12 @@ bool canBeReplaced(const QString& path)
     return !target.exists() || target.isFile() || target.isDir(); // of a directory the opening tells
 }
 
-/// What failed; the system's own word for a file that did not take all its bytes is often "unknown".
-QString reasonOf(const QFileDevice& file)
+/// The system's own word for a file that did not take all its bytes is often "unknown".
+SaveResult fail(const QFileDevice& file, QString& reason)
 {
-    return file.isOpen() ? QStringLiteral("Not all bytes could be written: ") + file.errorString() : file.errorString();
+    reason
+        = file.isOpen() ? QStringLiteral("Not all bytes could be written: ") + file.errorString() : file.errorString();
+    return file.isOpen() ? SaveResult::NotWritten : SaveResult::NotOpened;
 }
 
 bool writeAll(QFileDevice& file, const QByteArray& content)
@@ -27,20 +29,19 @@ bool writeAll(QFileDevice& file, const QByteArray& content)
 
 } // namespace
 
-bool SaveFile(const QString& path, const QByteArray& content, QString& reason)
+SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason)
 {
     if (!canBeReplaced(path)) { // a pipe or a device stays what it is and takes the bytes
         QFile device(path);
-        if (writeAll(device, content))
-            return true;
-        reason = reasonOf(device);
-        return false;
+        return writeAll(device, content) ? SaveResult::Saved : fail(device, reason);
     }
     QSaveFile file(path);
-    if (writeAll(file, content) && file.commit())
-        return true;
-    reason = reasonOf(file);
-    return false;
+    if (!writeAll(file, content))
+        return fail(file, reason);
+    if (file.commit())
+        return SaveResult::Saved;
+    reason = file.errorString();
+    return SaveResult::NotWritten;
 }
 
 } // namespace TALLYFORM

@@ -7,7 +7,9 @@ class QString;
 
 namespace TALLYFORM {
 
-/// Replaces a file's content as a whole or not at all; false, with the reason, if that failed.
-TALLYBASE_EXPORT bool SaveFile(const QString& path, const QByteArray& content, QString& reason);
+enum class SaveResult { Saved, NotOpened, NotWritten };
+
+/// Replaces a file's content as a whole or not at all; tells the reason if that failed.
+TALLYBASE_EXPORT SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason);
 
 } // namespace TALLYFORM

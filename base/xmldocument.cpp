@@ -115,7 +115,8 @@ bool ITallyObject::SaveXml(const QString& path) const
         return false;
     writer.writeEndDocument();
     QString reason;
-    return SaveFile(path, text.toUtf8(), reason) || refuse(*this, path + QLatin1String(": ") + reason, __LINE__);
+    return SaveFile(path, text.toUtf8(), reason) == SaveResult::Saved
+        || refuse(*this, path + QLatin1String(": ") + reason, __LINE__);
 }
 
 } // namespace TALLYFORM

@@ -6,4 +6,6 @@
 #include "base/errorhandler.h"
 #include "base/exceptions.h"
 #include "base/logger.h"
+#include "frequencystore/csvfileloader.h"
+#include "frequencystore/filehandling.h"
 #include "frequencystore/records/allrecords.h"

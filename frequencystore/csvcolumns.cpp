@@ -1,0 +1,109 @@
+/// The cells of CSV files: the columns that several formats have, and the writers of all.
+
+#include "base/converters.h"
+#include "frequencystore/csvformat.h"
+
+using TALLYFORM::Converters;
+
+namespace Velmara {
+
+namespace {
+
+QString fixed(double value) { return QString::number(value, 'f', 2); }
+QString general(double value) { return QString::number(value, 'g', 6); }
+QString boolean(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+
+const FFM_Settings& settingsOf(const FrequencyStoreEntry& entry) { return entry.GetFFM_Settings(); }
+const FFM_SettingsDetail& detailOf(const FrequencyStoreEntry& entry) { return settingsOf(entry).GetDetail(); }
+const DF_Settings& directionOf(const FrequencyStoreEntry& entry) { return entry.GetDF_Settings(); }
+const Profile_Data& profileOf(const FrequencyStoreEntry& entry) { return entry.GetProfile_Data(); }
+const ResultList& resultOf(const FrequencyStoreEntry& entry) { return entry.GetResultList(); }
+const Detection& detectionOf(const FrequencyStoreEntry& entry) { return entry.GetDetection(); }
+
+} // namespace
+
+FileHandling::Column FileHandling::Formats::type()
+{
+    return {QLatin1String("Type"), &FileHandling::AppendType,
+            [](FrequencyStoreEntry& entry, const QString& cell) { entry.SetType(cell); }, Column::Absent::IsRead};
+}
+
+FileHandling::Column FileHandling::Formats::comment()
+{
+    return {QLatin1String("Comment"), &FileHandling::AppendComment,
+            [](FrequencyStoreEntry& entry, const QString& cell) { entry.SetComment(cell); }};
+}
+
+FileHandling::Column FileHandling::Formats::frequency()
+{
+    return {QLatin1String("Frequency"), &FileHandling::AppendFrequency,
+            [](FrequencyStoreEntry& entry, const QString& cell) {
+                entry.GetFFM_Settings().GetFrequency().SetValue(cell.toDouble());
+            },
+            Column::Absent::IsRead};
+}
+
+FileHandling::Column FileHandling::Formats::bandwidth()
+{
+    return {QLatin1String("IFBandwidth"), &FileHandling::AppendBandwidth,
+            [](FrequencyStoreEntry& entry, const QString& cell) {
+                entry.GetFFM_Settings().GetIFBandwidth().SetValue(cell.toDouble());
+            },
+            Column::Absent::IsRead};
+}
+
+FileHandling::Column FileHandling::Formats::analogDemod()
+{
+    return {QLatin1String("AnalogDemod"), &FileHandling::AppendAnalogDemod,
+            [](FrequencyStoreEntry& entry, const QString& cell) {
+                VELMARA_READ_NAME(entry.GetFFM_Settings(), AnalogDemod);
+            }};
+}
+
+// clang-format off
+/// Defines the writer of one cell; the item of an unset member is empty.
+#define VELMARA_CELL(NAME, ITEM)                                                                                       \
+    void FileHandling::Append##NAME(FrequencyStoreEntry& entry, QString& line, bool last)                              \
+    {                                                                                                                  \
+        QString item = ITEM;                                                                                           \
+        SetCSVItem(item, line, last);                                                                                  \
+    }
+#define VELMARA_CELL_IF_SET(NAME, RECORD, MEMBER, FORM)                                                                \
+    VELMARA_CELL(NAME, RECORD(entry).Is##MEMBER##Set() ? FORM(RECORD(entry).Get##MEMBER()) : QString())
+#define VELMARA_NAME_IF_SET(NAME, RECORD, MEMBER)                                                                      \
+    VELMARA_CELL(NAME, RECORD(entry).Is##MEMBER##Set() ? RECORD(entry).Get##MEMBER##AsString() : QString())
+
+VELMARA_CELL(Type,               entry.GetType())
+VELMARA_CELL(Comment,            entry.GetComment())
+VELMARA_CELL(Antenna,            entry.GetAntenna())
+VELMARA_CELL(Frequency,          fixed(settingsOf(entry).GetFrequency().GetValue()))
+VELMARA_CELL(Bandwidth,          fixed(settingsOf(entry).GetIFBandwidth().GetValue()))
+VELMARA_NAME_IF_SET(AnalogDemod, settingsOf, AnalogDemod)
+VELMARA_CELL_IF_SET(Level,       settingsOf, Level, fixed)
+VELMARA_CELL(IFStep,             general(settingsOf(entry).GetIFStep()))
+VELMARA_CELL(Active,             boolean(detailOf(entry).GetActive()))
+VELMARA_CELL(Alarm,              boolean(detailOf(entry).GetAlarm()))
+VELMARA_NAME_IF_SET(AFC,         detailOf, AFC)
+VELMARA_NAME_IF_SET(Attenuation, detailOf, Attenuation)
+VELMARA_NAME_IF_SET(SquelchState, detailOf, SquelchState)
+VELMARA_CELL_IF_SET(SquelchValue, detailOf, SquelchValue, QString::number)
+VELMARA_CELL_IF_SET(ChannelNo,   detailOf, ChannelNo, QString::number)
+VELMARA_NAME_IF_SET(DFMode,      directionOf, DFMode)
+VELMARA_CELL(Averaging,          general(directionOf(entry).GetAveraging()))
+VELMARA_CELL(DFBandwidth,        general(directionOf(entry).GetBandwidth().GetValue()))
+VELMARA_CELL(DFStep,             general(directionOf(entry).GetDFStep()))
+VELMARA_CELL(LevelThreshold,     general(directionOf(entry).GetDetail().GetLevelThreshold()))
+VELMARA_CELL(Priority,           profileOf(entry).GetPriority())
+VELMARA_CELL(ProfileId,          profileOf(entry).GetProfileID())
+VELMARA_CELL(ProfileName,        profileOf(entry).GetProfileName())
+VELMARA_CELL(SignalClass,        profileOf(entry).GetSignalClass())
+VELMARA_CELL(ThreatClass,        profileOf(entry).GetThreatClass())
+VELMARA_CELL(TransmissionSystem, profileOf(entry).GetTransmissionSystem())
+VELMARA_CELL(Reason,             resultOf(entry).GetReason())
+VELMARA_CELL(Confidence,         QString::number(resultOf(entry).GetConfidence()))
+VELMARA_CELL_IF_SET(ResultTime,  resultOf, ResultTime, Converters::ToString)
+VELMARA_CELL(StartTime,          Converters::ToString(detectionOf(entry).GetStartTime()))
+VELMARA_CELL_IF_SET(StopTime,    detectionOf, StopTime, Converters::ToString)
+// clang-format on
+
+} // namespace Velmara

@@ -1,0 +1,143 @@
+#include "frequencystore/csvfileloader.h"
+
+#include "base/exceptions.h"
+
+#include <QFile>
+#include <QTextStream>
+
+#include <algorithm>
+
+using namespace TALLYFORM;
+
+namespace Velmara {
+
+CSVColumn::CSVColumn() = default;
+CSVColumn::CSVColumn(QString const& name) : m_name(name) {}
+CSVColumn::CSVColumn(CSVColumn const& other) = default;
+CSVColumn& CSVColumn::operator=(CSVColumn const& other) = default;
+CSVColumn::~CSVColumn() = default;
+
+void CSVColumn::AddValue(QString const& value) { m_values.append(value); }
+QString const CSVColumn::GetName() const { return m_name; }
+QStringList const* CSVColumn::GetValues() const { return &m_values; }
+void CSVColumn::SetName(QString const& name) { m_name = name; }
+
+namespace {
+
+/// Reads lines and counts them as an editor does. A line beyond the limit comes in pieces, each a line of its own to
+/// the format.
+class LineReader
+{
+public:
+    explicit LineReader(QTextStream& stream) : m_stream(stream) {}
+
+    QString next()
+    {
+        constexpr int limit = 10240;
+        if (m_isLineEnded)
+            ++m_line;
+        const QString piece = m_stream.readLine(limit);
+        m_isLineEnded = piece.size() < limit;
+        return piece;
+    }
+    int line() const { return m_line; }
+
+private:
+    QTextStream& m_stream;
+    int m_line = 0;
+    bool m_isLineEnded = true;
+};
+
+QStringList partsOf(QString line)
+{
+    if (line.endsWith(QLatin1Char('\n')))
+        line.chop(1);
+    return line.split(QLatin1Char(';'));
+}
+
+} // namespace
+
+CSVFileLoader::CSVFileLoader() = default;
+CSVFileLoader::CSVFileLoader(QString const& fileName) { LoadFile(fileName); }
+CSVFileLoader::CSVFileLoader(CSVFileLoader const& other) = default;
+CSVFileLoader& CSVFileLoader::operator=(CSVFileLoader const& other) = default;
+CSVFileLoader::~CSVFileLoader() = default;
+
+void CSVFileLoader::LoadFile(QString const& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        throw TallyException(QStringLiteral("Can't open file for reading: '%1'").arg(fileName));
+    QTextStream stream(&file);
+    stream.setCodec("UTF-8");
+    stream.setAutoDetectUnicode(true);
+    LoadFile(stream, fileName);
+}
+
+void CSVFileLoader::LoadFile(QTextStream& stream, QString const& name)
+{
+    const QString source = name.isEmpty() ? QStringLiteral("Stream") : name;
+    LineReader reader(stream);
+    QString line = reader.next();
+    while (line.startsWith(QLatin1Char('#')))
+        line = reader.next();
+    if (line.isEmpty())
+        throw TallyException(QStringLiteral("%1 is empty!").arg(source));
+    ParseHeader(line);
+    for (line = reader.next(); !line.isEmpty(); line = reader.next()) {
+        try {
+            ProcessData(line);
+        } catch (TallyFormException& failure) {
+            failure.SetOrigin(QStringLiteral("%1, line %2").arg(source).arg(reader.line()));
+            throw;
+        }
+        m_lines.append(reader.line());
+    }
+}
+
+void CSVFileLoader::ParseHeader(QString const& line)
+{
+    if (line.isEmpty())
+        return;
+    for (const QString& name : partsOf(line))
+        m_columns.append(CSVColumn(name));
+}
+
+void CSVFileLoader::ProcessData(QString const& line)
+{
+    if (line.isEmpty())
+        return;
+    const QStringList parts = partsOf(line);
+    if (parts.size() != m_columns.size())
+        throw TallyException(QStringLiteral("Data is corrupt!. It can't be assigned to the header!"));
+    for (int i = 0; i < parts.size(); ++i)
+        m_columns[i].AddValue(parts[i]);
+}
+
+bool CSVFileLoader::Exist(QString const& name) { return GetColumn(name) != nullptr; }
+
+bool CSVFileLoader::CheckHeader(QString const& header)
+{
+    const QStringList names = partsOf(header);
+    return std::all_of(names.begin(), names.end(), [this](const QString& name) { return Exist(name); });
+}
+
+CSVColumn const* CSVFileLoader::GetColumn(QString const& name) const
+{
+    const auto column = std::find_if(m_columns.begin(), m_columns.end(),
+                                     [&](const CSVColumn& candidate) { return candidate.GetName() == name; });
+    return column == m_columns.end() ? nullptr : &*column;
+}
+
+QStringList CSVFileLoader::GetColumnNames() const
+{
+    QStringList names;
+    for (const CSVColumn& column : m_columns)
+        names.append(column.GetName());
+    return names;
+}
+
+QString const& CSVFileLoader::GetErrorText() const { return m_errorText; }
+int CSVFileLoader::GetLine(int row) const { return m_lines.value(row); }
+
+} // namespace Velmara

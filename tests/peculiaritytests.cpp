@@ -1,0 +1,218 @@
+/// What single records have that no other has, and what must not happen between records.
+
+#include "recordfixture.h"
+
+using namespace Velmara;
+using namespace TALLYFORM;
+
+namespace {
+
+class Recorder : public Logger
+{
+public:
+    void Log(const QString&) override {}
+};
+
+FrequencyStoreEntry entry()
+{
+    FrequencyStoreEntry e;
+    e.SetType("a");
+    e.GetFFM_Settings().GetFrequency().SetValue(1e8);
+    e.GetFFM_Settings().GetIFBandwidth().SetValue(12500);
+    return e;
+}
+
+} // namespace
+
+TEST(Peculiarities, NamesThatDifferFromTheirMembers)
+{
+    Profile_Data profile;
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { profile.SetLocalObjectName(QString()); }), "none");
+    EXPECT_TRUE(profile.IsObjectNameSet());
+    EXPECT_EQ(profile.GetObjectName(), "Profile_Data");
+    profile.SetSignalClass("");
+    profile.SetProfileID("1");
+    profile.SetTransmissionSystem("2");
+    profile.SetProfileName("3");
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { profile.Check(); }),
+              "Profile_Data: Please set ObjectName properly.");
+    profile.SetLocalObjectName("4");
+    EXPECT_TRUE(xml(profile).contains("<ObjectName>4</ObjectName>"));
+
+    Plot_Info info;
+    info.SetValidate(false);
+    info.SetKVT_CL_ID(17);
+    EXPECT_EQ(xml(info), "<Plot_Info><KVT-CL-ID>17</KVT-CL-ID></Plot_Info>");
+    info.SetXmlString("<Plot_Info><KVT-CL-ID>18</KVT-CL-ID></Plot_Info>", false);
+    EXPECT_EQ(info.GetKVT_CL_ID(), 18);
+}
+
+TEST(Peculiarities, TextForms)
+{
+    ShortTime_Settings s;
+    s.SetHopsPerSecond(0.123456789);
+    s.SetSnapshotLength(0.123456789);
+    EXPECT_EQ(xml(s), "<ShortTime_Settings><HopsPerSecond>0.12345679</HopsPerSecond>"
+                      "<SnapshotLength>0.12</SnapshotLength></ShortTime_Settings>");
+
+    MPT_Settings m;
+    m.SetControlChannelID(4294967295u);
+    m.SetChannelSpace(1);
+    EXPECT_TRUE(xml(m).contains("<ControlChannelID>4294967295<"));
+    MPT_Settings fromXml, fromTagged;
+    fromXml.SetXmlString(xml(m), false);
+    readTagged(fromTagged, tagged(m));
+    EXPECT_EQ(fromXml.GetControlChannelID(), 0u); // beyond what the reader takes for a number
+    EXPECT_TRUE(fromXml.IsControlChannelIDSet());
+    EXPECT_EQ(fromTagged.GetControlChannelID(), 4294967295u);
+
+    Shape shape;
+    shape.SetXmlString("<Shape><Name>n</Name><Confidence>-1</Confidence></Shape>", false);
+    EXPECT_EQ(shape.GetConfidence(), 4294967295u);
+    FAX_SettingsDetail fax;
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { fax.SetIOC(fax.NameToIOC("300")); }),
+              "enum is not valid (classname=FAX_SettingsDetail,membername=m_iOC)");
+}
+
+TEST(Peculiarities, DemodulatorsCompareTheChosenAlternativeAlone)
+{
+    Demodulator_Settings a, b;
+    a.GetPSK_Settings().GetBaudrate().SetValue(1);
+    a.GetMorse_Settings().SetSpeed(60);
+    b.GetMorse_Settings().SetSpeed(60);
+    EXPECT_TRUE(a == b && b == a);
+    b.SetMode(Demodulator_Settings::Mode::Morse);
+    EXPECT_FALSE(a == b);
+    a.SetMode(Demodulator_Settings::Mode::Morse);
+    b.ResetMorse_Settings();
+    EXPECT_FALSE(a == b);
+    EXPECT_TRUE(b == a); // with its own bit clear the left side has nothing to compare
+
+    FrequencyStoreEntry both = entry(), one = entry();
+    both.GetShortTime_Settings();
+    both.GetFFM_Settings();
+    EXPECT_FALSE(both == one);
+}
+
+TEST(Peculiarities, WritesTheLastAlternativeChosen)
+{
+    FrequencyStoreEntry e = entry();
+    e.GetShortTime_Settings().SetBreak(1);
+    EXPECT_TRUE(e.IsFFM_SettingsSet());
+    EXPECT_EQ(xml(e), "<FrequencyStoreEntry Version=\"2.0\"><Type>a</Type>"
+                      "<ShortTime_Settings><Break>1.00</Break></ShortTime_Settings></FrequencyStoreEntry>");
+    e.ResetShortTime_Settings();
+    EXPECT_EQ(
+        messageOf<IncompleteDefinitionException>([&] { e.Check(); }),
+        "FrequencyStoreEntry:Check failed. The mandatory member (choice element) m_shortTime_Settings is not set.");
+    e.InitChoice(FrequencyStoreEntry::ChoiceFrequencyStoreEntry::FFM_Settings);
+    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { e.Check(); }),
+              "FrequencyStoreEntry:Check failed. The mandatory choice ChoiceFrequencyStoreEntry is not initialized");
+    e.GetFFM_Settings();
+    EXPECT_EQ(
+        messageOf<IncompleteDefinitionException>([&] { e.Check(); }),
+        "FrequencyStoreEntry:Check failed. Mandatory data of the member (choice element) m_fFM_Settings is not set.");
+
+    // the alternative's own Check waits until it is written
+    FrequencyStoreEntry hidden = entry();
+    hidden.SetValidate(false);
+    hidden.GetFFM_Settings().SetAnalogDemod(FFM_Settings::AnalogDemod::Invalid);
+    hidden.SetValidate(true);
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { hidden.Check(); }), "none");
+    const QString refusal = "FFM_Settings: Please set AnalogDemod properly.";
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { xml(hidden); }), refusal);
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { tagged(hidden); }), refusal);
+}
+
+TEST(Peculiarities, AStoredByteBeyondTheChoiceIsHarmless)
+{
+    QByteArray bytes = packed(Demodulator_Settings());
+    bytes[bytes.size() - 1] = 77;
+    Demodulator_Settings d;
+    readPacked(d, bytes);
+    EXPECT_EQ(int(d.GetChoiceDemodulator_Settings()), 77);
+    EXPECT_TRUE(d.ChoiceDemodulator_SettingsToName(d.GetChoiceDemodulator_Settings()).isNull());
+    EXPECT_EQ(xml(d), "<Demodulator_Settings Version=\"1.0\"/>");
+    EXPECT_EQ(packed(d), bytes);
+}
+
+TEST(Peculiarities, ItemsThatDeclineAreNotCounted)
+{
+    Targetareas areas;
+    Area bare;
+    bare.SetName("x");
+    bare.GetCoordinate();
+    areas.SetArea({bare});
+    const QByteArray frame = tagged(areas);
+    EXPECT_EQ(frame.toHex(), "00000007"
+                             "0000000c"
+                             "a838be37"
+                             "00000004"
+                             "00000000");
+    Targetareas read;
+    readTagged(read, frame);
+    EXPECT_TRUE(std::as_const(read).GetArea().isEmpty());
+}
+
+TEST(Peculiarities, PackedStreamsOfAnotherVersionAreRefused)
+{
+    MT_Settings settings;
+    QByteArray bytes = packed(settings);
+    ASSERT_EQ(bytes.toHex(), "00"
+                             "00000006"
+                             "0031002e0030");
+    bytes[6] = '9';
+    EXPECT_EQ(messageOf<BinaryParsingException>([&] { readPacked(settings, bytes); }),
+              "MT_Settings: the packed stream has schema version '9.0', only '1.0' can be read.");
+    FFM_Settings cut;
+    EXPECT_EQ(messageOf<BinaryParsingException>([&] { readPacked(cut, QByteArray("\x00\x00\x00", 3)); }), "none");
+    EXPECT_TRUE(cut.IsTunerModeSet()); // as older input
+}
+
+TEST(Sharing, FlagsAndLoggersStayInTheirTree)
+{
+    FrequencyStoreList a;
+    a.AppendFrequencyStoreEntry(entry());
+    FrequencyStoreList b;
+    b = a;
+    const auto logger = std::make_shared<Recorder>();
+    b.SetValidate(false);
+    b.SetLogger(logger);
+    const auto settingsOf = [](const FrequencyStoreList& list) -> const FFM_Settings& {
+        return list.GetFrequencyStoreEntry()[0].GetFFM_Settings();
+    };
+    EXPECT_TRUE(settingsOf(a).GetFrequency().GetValidate());
+    EXPECT_EQ(settingsOf(a).GetFrequency().GetLogger(), nullptr);
+    EXPECT_FALSE(settingsOf(b).GetFrequency().GetValidate());
+    EXPECT_EQ(settingsOf(b).GetFrequency().GetLogger(), logger);
+
+    const FrequencyStoreList c = b;
+    EXPECT_FALSE(c.GetValidate());
+    EXPECT_EQ(c.GetLogger(), nullptr); // a copy starts without one
+    b.ResetLogger();
+    EXPECT_EQ(settingsOf(b).GetLogger(), nullptr);
+}
+
+TEST(Sharing, ReferencesOutliveACopy)
+{
+    FrequencyStoreEntry a = entry();
+    Frequency& frequency = a.GetFFM_Settings().GetFrequency();
+    const FrequencyStoreEntry b = a;
+    frequency.SetValue(5);
+    EXPECT_EQ(std::as_const(a).GetFFM_Settings().GetFrequency().GetValue(), 5);
+    EXPECT_EQ(b.GetFFM_Settings().GetFrequency().GetValue(), 1e8);
+}
+
+TEST(Lists, NanAndNullAreNoItems)
+{
+    ToneSpacing tones;
+    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { tones.AppendValue(qQNaN()); }),
+              "ToneSpacing: Tried to append not completely defined or invalid item Value.");
+    Decoder decoder;
+    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { decoder.AppendValue(QString()); }),
+              "Decoder: Tried to append not completely defined or invalid item Value.");
+    decoder.SetValue({QString()});
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { decoder.Check(); }), "Decoder: Please set Value properly.");
+    decoder.SetXmlString("<Decoder><Value/></Decoder>", true);
+    EXPECT_EQ(std::as_const(decoder).GetValue(), QVector<QString>{""});
+}
