@@ -22,45 +22,30 @@ const Detection& detectionOf(const FrequencyStoreEntry& entry) { return entry.Ge
 
 } // namespace
 
+// clang-format off
 FileHandling::Column FileHandling::Formats::type()
 {
-    return {QLatin1String("Type"), &FileHandling::AppendType,
-            [](FrequencyStoreEntry& entry, const QString& cell) { entry.SetType(cell); }, Column::Absent::IsRead};
+    return VELMARA_UNGUARDED_COLUMN("Type", AppendType, entry.SetType(cell));
 }
-
 FileHandling::Column FileHandling::Formats::comment()
 {
-    return {QLatin1String("Comment"), &FileHandling::AppendComment,
-            [](FrequencyStoreEntry& entry, const QString& cell) { entry.SetComment(cell); }};
+    return VELMARA_COLUMN("Comment", AppendComment, entry.SetComment(cell));
 }
-
 FileHandling::Column FileHandling::Formats::frequency()
 {
-    return {QLatin1String("Frequency"), &FileHandling::AppendFrequency,
-            [](FrequencyStoreEntry& entry, const QString& cell) {
-                entry.GetFFM_Settings().GetFrequency().SetValue(cell.toDouble());
-            },
-            Column::Absent::IsRead};
+    return VELMARA_UNGUARDED_COLUMN("Frequency", AppendFrequency,
+                                    entry.GetFFM_Settings().GetFrequency().SetValue(cell.toDouble()));
 }
-
 FileHandling::Column FileHandling::Formats::bandwidth()
 {
-    return {QLatin1String("IFBandwidth"), &FileHandling::AppendBandwidth,
-            [](FrequencyStoreEntry& entry, const QString& cell) {
-                entry.GetFFM_Settings().GetIFBandwidth().SetValue(cell.toDouble());
-            },
-            Column::Absent::IsRead};
+    return VELMARA_UNGUARDED_COLUMN("IFBandwidth", AppendBandwidth,
+                                    entry.GetFFM_Settings().GetIFBandwidth().SetValue(cell.toDouble()));
 }
-
 FileHandling::Column FileHandling::Formats::analogDemod()
 {
-    return {QLatin1String("AnalogDemod"), &FileHandling::AppendAnalogDemod,
-            [](FrequencyStoreEntry& entry, const QString& cell) {
-                VELMARA_READ_NAME(entry.GetFFM_Settings(), AnalogDemod);
-            }};
+    return VELMARA_COLUMN("AnalogDemod", AppendAnalogDemod, VELMARA_READ_NAME(entry.GetFFM_Settings(), AnalogDemod));
 }
 
-// clang-format off
 /// Defines the writer of one cell; the item of an unset member is empty.
 #define VELMARA_CELL(NAME, ITEM)                                                                                       \
     void FileHandling::Append##NAME(FrequencyStoreEntry& entry, QString& line, bool last)                              \

@@ -50,7 +50,18 @@ struct FileHandling::Formats
     static Column analogDemod();
 };
 
-/// Stores the value that a cell names: SETTER of the enumeration MEMBER of RECORD.
+// clang-format off
+/// A column: its name, the writer of its cell, what reads `cell` into `entry`, and, if it may leave the header, which
+/// entries need it.
+#define VELMARA_COLUMN(NAME, WRITER, READ, ...)                                                                        \
+    Column{QLatin1String(NAME), &FileHandling::WRITER,                                                                 \
+           [](FrequencyStoreEntry& entry, const QString& cell) { READ; }, Column::Absent::LeavesUnset, __VA_ARGS__}
+/// A column whose cell is read even if it is "---".
+#define VELMARA_UNGUARDED_COLUMN(NAME, WRITER, READ)                                                                   \
+    Column{QLatin1String(NAME), &FileHandling::WRITER,                                                                 \
+           [](FrequencyStoreEntry& entry, const QString& cell) { READ; }, Column::Absent::IsRead}
+/// Stores the value that `cell` names in an enumeration.
 #define VELMARA_READ_NAME(RECORD, MEMBER) (RECORD).Set##MEMBER((RECORD).NameTo##MEMBER(cell))
+// clang-format on
 
 } // namespace Velmara

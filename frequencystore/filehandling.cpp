@@ -3,7 +3,6 @@
 #include "base/errorhandler.h"
 #include "base/exceptions.h"
 #include "base/savefile.h"
-#include "frequencystore/csvfileloader.h"
 #include "frequencystore/csvformat.h"
 
 #include <algorithm>
@@ -153,82 +152,6 @@ void FileHandling::ReadCSV(QString const& file, FrequencyStoreList& list, ListTy
 void FileHandling::WriteCSV(QString const& file, FrequencyStoreListHelper& helper)
 {
     (this->*exchangeOf(helper.GetListType())->write)(file, helper);
-}
-
-QString FileHandling::rowOf(FrequencyStoreEntry& entry, const QVector<const Column*>& columns)
-{
-    QString row;
-    for (const Column* column : columns) {
-        const bool isLast = column == columns.last();
-        QString absent;
-        if (column->isNeeded && !column->isNeeded(entry))
-            SetCSVItem(absent, row, isLast);
-        else
-            (this->*column->write)(entry, row, isLast);
-    }
-    return row;
-}
-
-void FileHandling::writeFormat(QString const& file, const FrequencyStoreList& list, const Format& format)
-{
-    const QVector<FrequencyStoreEntry>& entries = list.GetFrequencyStoreEntry();
-    QVector<const Column*> columns;
-    QStringList names;
-    for (const Column& column : format.columns)
-        if (!column.isNeeded || entries.isEmpty() || std::any_of(entries.begin(), entries.end(), column.isNeeded)) {
-            columns.append(&column);
-            names.append(column.name);
-        }
-    const QString lineEnd = format.hasTrailingSeparator ? QStringLiteral(";\n") : QStringLiteral("\n");
-    QString text = names.join(QLatin1Char(';')) + lineEnd;
-    for (FrequencyStoreEntry entry : entries) { // a copy, since the cells are written from what can be edited
-        const QString row = rowOf(entry, columns);
-        text += row.leftRef(row.size() - 2) + lineEnd;
-    }
-    WriteToFile(file, text);
-}
-
-namespace {
-
-struct NamedCells
-{
-    int column;
-    const QStringList* values;
-};
-
-} // namespace
-
-void FileHandling::readFormat(QString const& file, FrequencyStoreList& list, const Format& format)
-{
-    const CSVFileLoader loader(file);
-    QVector<NamedCells> found;
-    for (int i = 0; i < format.columns.size(); ++i)
-        if (const CSVColumn* column = loader.GetColumn(format.columns[i].name))
-            found.append({i, column->GetValues()});
-    if (found.isEmpty() || found.first().column != 0)
-        throw TallyException(QStringLiteral("The column '%1' is missing.").arg(format.columns.first().name));
-
-    const QStringList& types = *found.first().values;
-    for (int row = 0; row < types.size(); ++row) {
-        try {
-            if (types[row].isEmpty())
-                throw TallyException(QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!"));
-            FrequencyStoreEntry entry;
-            for (const NamedCells& cells : found) {
-                const Column& column = format.columns[cells.column];
-                const QString& cell = cells.values->at(row);
-                if (column.absent == Column::Absent::IsRead || cell != QLatin1String("---"))
-                    column.read(entry, cell);
-            }
-            if (format.complete)
-                format.complete(entry);
-            entry.Check();
-            list.AppendFrequencyStoreEntry(entry);
-        } catch (TallyFormException& failure) {
-            failure.SetOrigin(QStringLiteral("%1, line %2").arg(file).arg(loader.GetLine(row)));
-            throw;
-        }
-    }
 }
 
 void FileHandling::SetCSVItem(QString& item, QString& line, bool last)

@@ -38,6 +38,7 @@ private:
     struct Format;
     struct Formats;
     struct Exchange;
+    struct Found;
 
     bool ExportCSV(QString const& file, FrequencyStoreListHelper& helper);
     bool ExportCSV(QString const& file, QString const& xml, ListType type);
@@ -48,9 +49,11 @@ private:
     void ImportMemoryScan(QString const& file, FrequencyStoreList& list);
 
     static const Exchange* exchangeOf(ListType type);
+    static QVector<const Column*> columnsFor(const QVector<FrequencyStoreEntry>& entries, const Format& format);
+    void appendRow(FrequencyStoreEntry& entry, const QVector<const Column*>& columns, QString& text);
     void writeFormat(QString const& file, const FrequencyStoreList& list, const Format& format);
     void readFormat(QString const& file, FrequencyStoreList& list, const Format& format);
-    QString rowOf(FrequencyStoreEntry& entry, const QVector<const Column*>& columns);
+    static FrequencyStoreEntry readRow(const QVector<Found>& found, int row, const Format& format);
 
     /// Appends a cell: the item, or "---" if it is empty. The last one ends the row.
     void SetCSVItem(QString& item, QString& line, bool last);

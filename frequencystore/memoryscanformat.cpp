@@ -1,5 +1,5 @@
 /// The CSV format of memory scan lists: channels with tuner settings and, where an entry has them, direction-finding
-/// settings. Columns that no entry needs leave the header.
+/// settings.
 
 #include "frequencystore/csvformat.h"
 
@@ -27,11 +27,6 @@ bool isTrue(const QString& cell) { return cell == QLatin1String("true"); }
 } // namespace
 
 // clang-format off
-/// A column: its name, the writer of its cell, how the cell is read, and which entries need it.
-#define VELMARA_COLUMN(NAME, WRITER, READ, ...)                                                                        \
-    Column{QLatin1String(NAME), &FileHandling::WRITER,                                                                 \
-           [](FrequencyStoreEntry& entry, const QString& cell) { READ; }, Column::Absent::LeavesUnset, __VA_ARGS__}
-
 const FileHandling::Format& FileHandling::Formats::memoryScan()
 {
     static const Format format{{

@@ -95,9 +95,8 @@ FrequencyStoreList readList(const QString& path, FileHandling::ListType type)
     FrequencyStoreList list;
     try {
         fill(list, path, type);
-        list.Check();
     } catch (TallyFormException& failure) {
-        if (failure.GetOrigin().isEmpty())
+        if (failure.GetOrigin().isEmpty() && !failure.GetMessage().contains(path))
             failure.SetOrigin(path);
         throw;
     }
@@ -106,6 +105,8 @@ FrequencyStoreList readList(const QString& path, FileHandling::ListType type)
 
 void writeList(const QString& path, const FrequencyStoreList& list, FileHandling::ListType type)
 {
+    if (list.GetFrequencyStoreEntry().isEmpty() && formOf(path) != Form::Csv)
+        throw TallyException(QStringLiteral("%1: a list without entries can only be written as CSV.").arg(path));
     switch (formOf(path)) {
     case Form::Csv: {
         FrequencyStoreListHelper helper;
