@@ -13,7 +13,7 @@ class TALLYBASE_EXPORT Converters
 public:
     Converters() = delete;
 
-    /// The text of a date-time; empty for a null or invalid one and for years outside 0 to 9999.
+    /// The text of a date-time; empty for a null or invalid one and for years outside 1 to 9999.
     static QString ToString(const QDateTime& time);
     /// The date-time of a text; null for a text that is not exactly in the form or names no real date and time.
     static QDateTime ToDateTime(const QString& text);

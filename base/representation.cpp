@@ -1,4 +1,5 @@
 #include "base/exceptions.h"
+#include "base/files.h"
 #include "base/report.h"
 #include "base/tallyobject.h"
 
@@ -45,7 +46,8 @@ bool isCompressed(const QByteArray& bytes)
 {
     constexpr char deflated = 0x78;    // the first byte of zlib's default method and window
     constexpr qint64 bestRatio = 1032; // no deflated byte stands for more, so a larger size is a lie
-    return bytes.size() > wordSize && bytes[wordSize] == deflated && *wordAt(bytes, 0) <= bytes.size() * bestRatio;
+    return bytes.size() > wordSize && bytes[wordSize] == deflated
+        && *wordAt(bytes, 0) <= qMin(bytes.size() * bestRatio, GetInputLimit());
 }
 
 /// The frame that the bytes are or were compressed from; null if they are neither.
@@ -144,7 +146,10 @@ bool ITallyObject::LoadBinary(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return refuse(*this, path + QLatin1String(": ") + file.errorString(), __LINE__);
-    QByteArray bytes = file.readAll();
+    QByteArray bytes;
+    QString reason;
+    if (!ReadFile(file, bytes, reason))
+        return refuse(*this, path + QLatin1String(": ") + reason, __LINE__);
     const QByteArray streamed = bytes.mid(wordSize);
     if (wordAt(bytes, 0) == quint32(streamed.size()) && isCompressed(streamed)) // written by way of a stream
         bytes = streamed;

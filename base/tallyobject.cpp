@@ -20,14 +20,18 @@ const QString& ITallyObject::GetVersion() const
 
 void ITallyObject::ProcessXml(QXmlStreamReader& reader)
 {
-    // The end is told by its name and not by depth: an element that is left alone is never closed in this loop.
+    // The end is told by its name and not by depth, for an element that is passed over may leave the ends of those in
+    // it. Those that are left alone end here, and may have the same name.
     const QString element = reader.name().toString();
+    int openNamesakes = 0;
     while (!reader.atEnd()) {
         reader.readNext();
-        if (reader.isStartElement())
+        if (reader.isStartElement()) {
             ProcessXmlStartElement(reader);
-        else if (reader.isEndElement() && reader.name() == element)
+            openNamesakes += reader.isStartElement() && reader.name() == element;
+        } else if (reader.isEndElement() && reader.name() == element && openNamesakes-- == 0) {
             return;
+        }
     }
 }
 

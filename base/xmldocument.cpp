@@ -1,6 +1,6 @@
 #include "base/exceptions.h"
+#include "base/files.h"
 #include "base/report.h"
-#include "base/savefile.h"
 #include "base/tallyobject.h"
 
 #include <QFile>
@@ -40,6 +40,8 @@ void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& sou
     try {
         object.ProcessXml(reader);
     } catch (TallyFormException& failure) {
+        if (reader.hasError()) // what is missing is missing because the document breaks off
+            return;
         failure.SetOrigin(placeIn(source, reader));
         throw;
     }
@@ -93,7 +95,11 @@ bool ITallyObject::LoadXml(QFile& file)
     });
     if (!file.isReadable())
         return refuse(*this, file.fileName() + QLatin1String(": Not open for reading."), __LINE__);
-    QXmlStreamReader reader(&file);
+    QByteArray document;
+    QString reason;
+    if (!ReadFile(file, document, reason))
+        return refuse(*this, file.fileName() + QLatin1String(": ") + reason, __LINE__);
+    QXmlStreamReader reader(document);
     return readDocument(*this, reader, file.fileName());
 }
 

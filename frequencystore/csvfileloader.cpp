@@ -1,6 +1,7 @@
 #include "frequencystore/csvfileloader.h"
 
 #include "base/exceptions.h"
+#include "base/files.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -68,7 +69,11 @@ void CSVFileLoader::LoadFile(QString const& fileName)
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         throw TallyException(QStringLiteral("Can't open file for reading: '%1'").arg(fileName));
-    QTextStream stream(&file);
+    QByteArray content;
+    QString reason;
+    if (!ReadFile(file, content, reason))
+        throw TallyException(QStringLiteral("Can't read file: '%1' (%2)").arg(fileName, reason));
+    QTextStream stream(content);
     stream.setCodec("UTF-8");
     stream.setAutoDetectUnicode(true);
     LoadFile(stream, fileName);
@@ -88,7 +93,7 @@ void CSVFileLoader::LoadFile(QTextStream& stream, QString const& name)
         try {
             ProcessData(line);
         } catch (TallyFormException& failure) {
-            failure.SetOrigin(QStringLiteral("%1, line %2").arg(source).arg(reader.line()));
+            failure.SetOrigin(QStringLiteral("%1, line %2").arg(source, QString::number(reader.line())));
             throw;
         }
         m_lines.append(reader.line());

@@ -75,7 +75,7 @@ void FileHandling::readFormat(QString const& file, FrequencyStoreList& list, con
         try {
             list.AppendFrequencyStoreEntry(readRow(found, row, format));
         } catch (TallyFormException& failure) {
-            failure.SetOrigin(QStringLiteral("%1, line %2").arg(file).arg(loader.GetLine(row)));
+            failure.SetOrigin(QStringLiteral("%1, line %2").arg(file, QString::number(loader.GetLine(row))));
             throw;
         }
     }

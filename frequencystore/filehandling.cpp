@@ -2,7 +2,7 @@
 
 #include "base/errorhandler.h"
 #include "base/exceptions.h"
-#include "base/savefile.h"
+#include "base/files.h"
 #include "frequencystore/csvformat.h"
 
 #include <algorithm>

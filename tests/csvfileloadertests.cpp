@@ -70,7 +70,7 @@ TEST(CsvFileLoader, FindsColumnsByName)
     EXPECT_EQ(*copy.GetColumn("c")->GetValues(), QStringList{"4"});
 }
 
-using CsvFiles = FileTest;
+using CsvFiles = ExchangeTest;
 
 TEST_F(CsvFiles, KnowTheirLines)
 {
@@ -80,7 +80,7 @@ TEST_F(CsvFiles, KnowTheirLines)
     EXPECT_EQ(loader.GetLine(0), 4);
     EXPECT_EQ(loader.GetLine(1), 5);
 
-    const QString corrupt = write("corrupt.csv", "#\na;b\n1;2\n1;" + QByteArray(20000, 'x') + "\n3\n");
+    const QString corrupt = write("corrupt%2.csv", "#\na;b\n1;2\n1;" + QByteArray(20000, 'x') + "\n3\n");
     try {
         CSVFileLoader{corrupt};
         FAIL();

@@ -7,16 +7,16 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-class FileTest : public testing::Test
+class ExchangeTest : public testing::Test
 {
 protected:
-    FileTest()
+    ExchangeTest()
     {
         traces().clear();
         m_previous = qInstallMessageHandler(
             [](QtMsgType, const QMessageLogContext&, const QString& message) { traces().append(message); });
     }
-    ~FileTest() override { qInstallMessageHandler(m_previous); }
+    ~ExchangeTest() override { qInstallMessageHandler(m_previous); }
 
     static QStringList& traces()
     {

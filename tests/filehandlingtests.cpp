@@ -55,7 +55,7 @@ const QVector<FrequencyStoreEntry>& entriesOf(const FrequencyStoreList& list) { 
 
 } // namespace
 
-class MemoryScan : public FileTest
+class MemoryScan : public ExchangeTest
 {
 protected:
     QByteArray exported(FrequencyStoreList list)
@@ -177,7 +177,7 @@ TEST_F(MemoryScan, LeavesTheCallersListAlone)
     EXPECT_TRUE(list == shared);
 }
 
-using Files = FileTest;
+using Files = ExchangeTest;
 
 TEST_F(Files, DispatchByListType)
 {

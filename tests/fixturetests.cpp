@@ -31,7 +31,7 @@ template <class R> QByteArray frameOf(const R& record)
 
 } // namespace
 
-class Fixtures : public FileTest
+class Fixtures : public ExchangeTest
 {
 protected:
     template <class R> void expectToStandIn(const QString& name)

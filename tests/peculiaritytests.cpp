@@ -2,6 +2,8 @@
 
 #include "recordfixture.h"
 
+#include <QTimeZone>
+
 using namespace Velmara;
 using namespace TALLYFORM;
 
@@ -189,6 +191,7 @@ TEST(Sharing, FlagsAndLoggersStayInTheirTree)
     const FrequencyStoreList c = b;
     EXPECT_FALSE(c.GetValidate());
     EXPECT_EQ(c.GetLogger(), nullptr); // a copy starts without one
+    EXPECT_EQ(settingsOf(c).GetLogger(), nullptr);
     b.ResetLogger();
     EXPECT_EQ(settingsOf(b).GetLogger(), nullptr);
 }
@@ -215,4 +218,59 @@ TEST(Lists, NanAndNullAreNoItems)
     EXPECT_EQ(messageOf<OutOfRangeException>([&] { decoder.Check(); }), "Decoder: Please set Value properly.");
     decoder.SetXmlString("<Decoder><Value/></Decoder>", true);
     EXPECT_EQ(std::as_const(decoder).GetValue(), QVector<QString>{""});
+}
+
+TEST(Hostile, ATimeZoneThatTheSystemDoesNotKnowIsNull)
+{
+    const auto inZone = [](const QByteArray& name) {
+        return bytesOf([&](QDataStream& out) {
+            out << quint8(1) << QDate(2024, 2, 29) << QTime(12, 0) << qint8(Qt::TimeZone) << QString(name);
+        });
+    };
+    for (const char* name : {"Nowhere/Atlantis", "../../../etc/passwd", "/dev/stdin", ""}) {
+        Detection detection;
+        readPacked(detection, inZone(name));
+        EXPECT_TRUE(detection.IsStartTimeSet());
+        EXPECT_TRUE(detection.GetStartTime().isNull());
+        Detection again;
+        readPacked(again, packed(detection));
+        EXPECT_EQ(packed(again), packed(detection));
+    }
+    Detection unknownZone, known;
+    unknownZone.SetStartTime(QDateTime({2024, 2, 29}, {12, 0}, QTimeZone("Nowhere")));
+    EXPECT_EQ(packed(unknownZone), packed(known).replace(0, 1, "\x01"));
+
+    readPacked(known, inZone("UTC+01:00"));
+    EXPECT_EQ(known.GetStartTime(), QDateTime({2024, 2, 29}, {11, 0}, Qt::UTC));
+    for (const QDateTime& time :
+         {QDateTime({2024, 2, 29}, {12, 0}, Qt::OffsetFromUTC, -7200),
+          QDateTime({2024, 2, 29}, {12, 0}, QTimeZone(3661)), QDateTime({2024, 2, 29}, {12, 0}), QDateTime()}) {
+        Detection read;
+        known.SetStartTime(time);
+        readPacked(read, packed(known));
+        EXPECT_EQ(read.GetStartTime(), time);
+    }
+}
+
+TEST(Hostile, WhatAPackedStreamLeftUnderAClearBitIsCheckedWhenWritten)
+{
+    Station beyond;
+    beyond.SetValidate(false);
+    beyond.SetLatitude(1234);
+    FrequencyStoreEntry e = entry();
+    const QByteArray without = packed(e);
+    e.GetStation().append(beyond);
+    readPacked(e, without);
+    ASSERT_FALSE(e.IsStationSet());
+    EXPECT_NE(messageOf<OutOfRangeException>([&] { xml(e); }), "none");
+    EXPECT_NE(messageOf<OutOfRangeException>([&] { tagged(e); }), "none");
+}
+
+TEST(Hostile, TextsMayHoldAnyCharacter)
+{
+    FrequencyStoreEntry e = entry(), read;
+    const QString text = QString("a b").replace(1, 1, QChar(0));
+    e.SetType(text);
+    readTagged(read, tagged(e));
+    EXPECT_EQ(read.GetType(), text);
 }

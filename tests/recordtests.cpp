@@ -196,6 +196,10 @@ TEST(Xml, UpgradeRuleResetsOlderInput)
     EXPECT_FALSE(s.IsUpperLevelSet());
     EXPECT_TRUE(s.IsTunerModeSet() && s.IsIFStepAutoSet() && s.IsLevelSet());
     EXPECT_EQ(s.GetInitialVersionLoaded(), "1.10");
+    EXPECT_TRUE(FFM_Settings().GetInitialVersionLoaded().isNull());
+    s.SetXmlString("<FFM_Settings>" + body, false);
+    EXPECT_EQ(s.GetInitialVersionLoaded(), "");
+    EXPECT_FALSE(s.GetInitialVersionLoaded().isNull());
 
     FFM_Settings current;
     current.SetUpperLevel(3);
@@ -219,6 +223,14 @@ TEST(Xml, UnknownElements)
     Coordinate point;
     point.SetXmlString("<Coordinate><A><A/></A><Latitude>2</Latitude></Coordinate>", false);
     EXPECT_EQ(point.GetLatitude(), 2);
+    Station station;
+    station.SetValidate(false);
+    station.SetXmlString("<Station Version=\"1.0\"><Station><Station/></Station><StationID>3</StationID></Station>",
+                         false);
+    EXPECT_EQ(station.GetStationID(), 3);
+    FrequencyStoreEntry broken;
+    EXPECT_FALSE(broken.SetXmlString(
+        "<FrequencyStoreEntry Version=\"2.0\"><FFM_Settings Version=\"1.2\"><AnalogDemod>A", false));
 }
 
 TEST(Xml, ReadsAttributesAndEmptyTexts)
@@ -228,6 +240,8 @@ TEST(Xml, ReadsAttributesAndEmptyTexts)
     EXPECT_TRUE(f.GetUse() && f.IsUseSet() && f.IsMinSet() && f.IsValueSet());
     f.SetXmlString("<Frequency Use=\"FALSE\">2</Frequency>", false);
     EXPECT_FALSE(f.GetUse());
+    f.SetXmlString(QString("<Frequency Use=\"fal%1e\">2</Frequency>").arg(QChar(0x17f)), false); // a long s
+    EXPECT_TRUE(f.GetUse());
     HopGrid grid;
     grid.SetXmlString("<HopGrid><Use></Use><OccupationRatio>1</OccupationRatio></HopGrid>", false);
     EXPECT_TRUE(grid.IsUseSet() && grid.GetUse() && grid.IsOccupationRatioSet());

@@ -73,7 +73,8 @@ template <class R> bool Record<R>::prepareNames()
     {                                                                                                                  \
         ITallyObject::SetObjectName(GetStaticObjectName());                                                            \
         m_id = id;                                                                                                     \
-        kernel::Record<R>::setValidate(*this, other.GetValidate());                                                    \
+        ITallyObject::SetValidate(other.GetValidate());                                                                \
+        kernel::Record<R>::propagate(*this);                                                                           \
     }                                                                                                                  \
     R::R(R&& other) noexcept = default;                                                                                \
     R::~R() = default;                                                                                                 \
@@ -119,7 +120,7 @@ template <class R> bool Record<R>::prepareNames()
     bool R::GetBinary(QDataStream& stream, int tag, bool writeTag) const                                               \
     {                                                                                                                  \
         kernel::Record<R>::verify(*this);                                                                              \
-        return kernel::Record<R>::writeTagged(*this, stream, quint32(tag), writeTag);                                  \
+        return stream.device() && kernel::Record<R>::writeTagged(*this, stream, quint32(tag), writeTag);               \
     }                                                                                                                  \
     void R::SetBinary(QDataStream& stream, int length)                                                                 \
     {                                                                                                                  \

@@ -20,6 +20,11 @@ template <class T> constexpr auto packedTypeOf()
 /// How a value of one type stands on the stream.
 template <class T> using Packed = typename decltype(packedTypeOf<T>())::type;
 
+/// As QDataStream does, but a time zone that the system does not know makes the date-time null: Qt could not write it
+/// again, and would open whatever file its name leads to.
+void putPacked(QDataStream& out, const QDateTime& time);
+void getPacked(QDataStream& in, QDateTime& time);
+
 template <class T> void putPacked(QDataStream& out, const T& value)
 {
     if constexpr (IsRecord<T>)

@@ -15,7 +15,9 @@ template <class T, class ReadItem> void readItems(QDataStream& in, QVector<T>& l
 {
     qint32 count = 0;
     in >> count;
-    list.reserve(list.size() + plausible(in, count));
+    const int wanted = list.size() + plausible(in, count);
+    if (wanted > list.capacity())
+        list.reserve(qMax(wanted, 2 * list.capacity())); // lists may come in many parts
     for (; count > 0 && !in.atEnd(); --count)
         readItem();
     if (count > 0)

@@ -58,7 +58,8 @@ private:
             return 0;
         int count = 0;
         for (const T& item : list)
-            count += Record<T>::writeTagged(item, m_out, m.tag, false);
+            count += m_data.isSet(m) ? Record<T>::writeTagged(item, m_out, m.tag, false)
+                                     : item.GetBinary(m_out, int(m.tag), false); // checks it first
         return count;
     }
     template <IsValue T> int putItems(const Member& m, const QVector<T>& list) const
@@ -135,7 +136,7 @@ private:
         } else {
             QByteArray bytes;
             m_in >> bytes;
-            parse(m_self, m, QString::fromUtf8(bytes), value);
+            parse(m_self, m, QString::fromUtf8(bytes.constData(), bytes.size()), value);
         }
         return value;
     }

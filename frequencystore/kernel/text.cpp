@@ -46,7 +46,7 @@ void parse(const ITallyObject&, const Member&, const QString& text, QString& val
 void parse(const ITallyObject& self, const Member& m, const QString& text, bool& value)
 {
     if (!text.isEmpty()) {
-        value = text != QLatin1String("0") && text.compare(QLatin1String("false"), Qt::CaseInsensitive) != 0;
+        value = text != QLatin1String("0") && text.toLower() != QLatin1String("false");
         return;
     }
     if (m.blank == Member::Blank::Refused && self.GetValidate())

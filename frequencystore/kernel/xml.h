@@ -40,8 +40,10 @@ public:
         for (const T& item : list) {
             if (m.isMandatory())
                 demandContent(m, item);
-            if (m_data.isSet(m) || !m.isMandatory())
+            if (m_data.isSet(m))
                 Record<T>::writeXml(item, m_out);
+            else if (!m.isMandatory())
+                item.GetXml(m_out); // checks it, which the Check of a record without the list has not done
         }
     }
 
@@ -137,7 +139,7 @@ template <class R> void Record<R>::readXml(R& r, QXmlStreamReader& reader)
 {
     auto& data = layout(r);
     if constexpr (IsVersioned<R>) {
-        data.versionLoaded = reader.attributes().value(QLatin1String("Version")).toString();
+        data.versionLoaded = QLatin1String("") + reader.attributes().value(QLatin1String("Version"));
         upgrade(r);
     }
     if constexpr (has<attributes, Layout<R>>)

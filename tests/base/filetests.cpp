@@ -1,7 +1,9 @@
+#include "base/files.h"
 #include "note.h"
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -147,6 +149,31 @@ TEST_F(FileTest, BinaryIsReadInEveryFormItIsWrittenIn)
         EXPECT_TRUE(read.LoadBinary(path()));
         EXPECT_EQ(read, sampleNote());
     }
+}
+
+TEST_F(FileTest, InputBeyondTheLimitIsRefused)
+{
+    const auto restore = qScopeGuard([limit = GetInputLimit()] { SetInputLimit(limit); });
+    const Note large(QStringLiteral("t"), QString(1500, QLatin1Char('b')));
+    const QByteArray plain = large.GetBinaryRepresentationAsQByteArray();
+    const QByteArray small = large.GetCompressedBinaryRepresentationAsQByteArray();
+    ASSERT_LT(small.size(), 500);
+    EXPECT_TRUE(large.SaveXml(path()));
+    SetInputLimit(1000);
+    const auto logger = std::make_shared<Memory>();
+    Note note;
+    note.SetLogger(logger);
+    EXPECT_FALSE(note.LoadXml(path()));
+    EXPECT_EQ(logger->m_messages.last(), path() + QStringLiteral(": Larger than the limit of 1000 bytes."));
+    EXPECT_FALSE(note.LoadXml(QStringLiteral("/dev/zero")));
+    EXPECT_FALSE(note.SetBinaryRepresentation(small));
+    write(plain);
+    EXPECT_FALSE(note.LoadBinary(path()));
+    EXPECT_EQ(note, Note());
+    SetInputLimit(plain.size());
+    EXPECT_TRUE(note.LoadBinary(path()));
+    EXPECT_TRUE(note.SetBinaryRepresentation(small));
+    EXPECT_FALSE(note.LoadXml(QStringLiteral("/dev/zero")));
 }
 
 TEST_F(FileTest, AFailedBinaryLoadNamesTheFile)

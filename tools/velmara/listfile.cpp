@@ -1,6 +1,6 @@
 #include "listfile.h"
 
-#include <base/savefile.h>
+#include <base/files.h>
 
 #include <QDataStream>
 #include <QFile>

@@ -1,7 +1,9 @@
-#include "base/savefile.h"
+#include "base/files.h"
 
 #include <QFileInfo>
 #include <QSaveFile>
+
+#include <atomic>
 
 namespace TALLYFORM {
 
@@ -27,7 +29,29 @@ bool writeAll(QFileDevice& file, const QByteArray& content)
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
 }
 
+std::atomic<qint64> inputLimit = qint64(1) << 30;
+
 } // namespace
+
+qint64 GetInputLimit() { return inputLimit.load(std::memory_order_relaxed); }
+void SetInputLimit(qint64 bytes) { inputLimit.store(bytes, std::memory_order_relaxed); }
+
+bool ReadFile(QFile& file, QByteArray& content, QString& reason)
+{
+    const qint64 limit = GetInputLimit();
+    content.clear();
+    content.reserve(int(qBound<qint64>(0, file.size() - file.pos(), limit)));
+    constexpr qint64 chunk = 1 << 20; // a device may have no end, and does not tell its size
+    for (QByteArray bytes = file.read(chunk); !bytes.isEmpty(); bytes = file.read(chunk)) {
+        content += bytes;
+        if (content.size() > limit) {
+            reason = QStringLiteral("Larger than the limit of %1 bytes.").arg(limit);
+            return false;
+        }
+    }
+    reason = file.errorString();
+    return file.error() == QFileDevice::NoError;
+}
 
 SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason)
 {

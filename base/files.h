@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/tallybase_export.h"
+
+#include <QtGlobal>
+
+class QByteArray;
+class QFile;
+class QString;
+
+namespace TALLYFORM {
+
+enum class SaveResult { Saved, NotOpened, NotWritten };
+
+/// Replaces a file's content as a whole or not at all; tells the reason if that failed.
+TALLYBASE_EXPORT SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason);
+
+/// Reads an open file from its position to its end; false, with the reason, if it cannot be read or is too large.
+TALLYBASE_EXPORT bool ReadFile(QFile& file, QByteArray& content, QString& reason);
+
+/// The largest input in bytes, for files as they are and for representations when they are no longer compressed.
+TALLYBASE_EXPORT qint64 GetInputLimit();
+/// 1 GiB until it is set; from any thread.
+TALLYBASE_EXPORT void SetInputLimit(qint64 bytes);
+
+} // namespace TALLYFORM
