@@ -2,16 +2,13 @@
 
 #include "base/converters.h"
 #include "frequencystore/csvformat.h"
+#include "frequencystore/csvtext.h"
 
 using TALLYFORM::Converters;
 
 namespace Velmara {
 
 namespace {
-
-QString fixed(double value) { return QString::number(value, 'f', 2); }
-QString general(double value) { return QString::number(value, 'g', 6); }
-QString boolean(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
 const FFM_Settings& settingsOf(const FrequencyStoreEntry& entry) { return entry.GetFFM_Settings(); }
 const FFM_SettingsDetail& detailOf(const FrequencyStoreEntry& entry) { return settingsOf(entry).GetDetail(); }
@@ -23,32 +20,32 @@ const Detection& detectionOf(const FrequencyStoreEntry& entry) { return entry.Ge
 } // namespace
 
 // clang-format off
-FileHandling::Column FileHandling::Formats::type()
+FileHandling::Column FileHandling::Columns::type()
 {
-    return VELMARA_UNGUARDED_COLUMN("Type", AppendType, entry.SetType(cell));
+    return VELMARA_UNGUARDED_COLUMN("Type", AppendType, entry.SetType(cell.text()));
 }
-FileHandling::Column FileHandling::Formats::comment()
+FileHandling::Column FileHandling::Columns::comment()
 {
-    return VELMARA_COLUMN("Comment", AppendComment, entry.SetComment(cell));
+    return VELMARA_COLUMN("Comment", AppendComment, entry.SetComment(cell.text()));
 }
-FileHandling::Column FileHandling::Formats::frequency()
+FileHandling::Column FileHandling::Columns::frequency()
 {
     return VELMARA_UNGUARDED_COLUMN("Frequency", AppendFrequency,
-                                    entry.GetFFM_Settings().GetFrequency().SetValue(cell.toDouble()));
+                                    entry.GetFFM_Settings().GetFrequency().SetValue(cell.number()));
 }
-FileHandling::Column FileHandling::Formats::bandwidth()
+FileHandling::Column FileHandling::Columns::bandwidth()
 {
     return VELMARA_UNGUARDED_COLUMN("IFBandwidth", AppendBandwidth,
-                                    entry.GetFFM_Settings().GetIFBandwidth().SetValue(cell.toDouble()));
+                                    entry.GetFFM_Settings().GetIFBandwidth().SetValue(cell.number()));
 }
-FileHandling::Column FileHandling::Formats::analogDemod()
+FileHandling::Column FileHandling::Columns::analogDemod()
 {
     return VELMARA_COLUMN("AnalogDemod", AppendAnalogDemod, VELMARA_READ_NAME(entry.GetFFM_Settings(), AnalogDemod));
 }
 
 /// Defines the writer of one cell; the item of an unset member is empty.
 #define VELMARA_CELL(NAME, ITEM)                                                                                       \
-    void FileHandling::Append##NAME(FrequencyStoreEntry& entry, QString& line, bool last)                              \
+    void FileHandling::Append##NAME(const FrequencyStoreEntry& entry, QString& line, bool last)                              \
     {                                                                                                                  \
         QString item = ITEM;                                                                                           \
         SetCSVItem(item, line, last);                                                                                  \
@@ -61,23 +58,23 @@ FileHandling::Column FileHandling::Formats::analogDemod()
 VELMARA_CELL(Type,               entry.GetType())
 VELMARA_CELL(Comment,            entry.GetComment())
 VELMARA_CELL(Antenna,            entry.GetAntenna())
-VELMARA_CELL(Frequency,          fixed(settingsOf(entry).GetFrequency().GetValue()))
-VELMARA_CELL(Bandwidth,          fixed(settingsOf(entry).GetIFBandwidth().GetValue()))
+VELMARA_CELL(Frequency,          csv::fixed(settingsOf(entry).GetFrequency().GetValue()))
+VELMARA_CELL(Bandwidth,          csv::fixed(settingsOf(entry).GetIFBandwidth().GetValue()))
 VELMARA_NAME_IF_SET(AnalogDemod, settingsOf, AnalogDemod)
-VELMARA_CELL_IF_SET(Level,       settingsOf, Level, fixed)
-VELMARA_CELL(IFStep,             general(settingsOf(entry).GetIFStep()))
-VELMARA_CELL(Active,             boolean(detailOf(entry).GetActive()))
-VELMARA_CELL(Alarm,              boolean(detailOf(entry).GetAlarm()))
+VELMARA_CELL_IF_SET(Level,       settingsOf, Level, csv::fixed)
+VELMARA_CELL(IFStep,             csv::general(settingsOf(entry).GetIFStep()))
+VELMARA_CELL(Active,             csv::boolean(detailOf(entry).GetActive()))
+VELMARA_CELL(Alarm,              csv::boolean(detailOf(entry).GetAlarm()))
 VELMARA_NAME_IF_SET(AFC,         detailOf, AFC)
 VELMARA_NAME_IF_SET(Attenuation, detailOf, Attenuation)
 VELMARA_NAME_IF_SET(SquelchState, detailOf, SquelchState)
 VELMARA_CELL_IF_SET(SquelchValue, detailOf, SquelchValue, QString::number)
 VELMARA_CELL_IF_SET(ChannelNo,   detailOf, ChannelNo, QString::number)
 VELMARA_NAME_IF_SET(DFMode,      directionOf, DFMode)
-VELMARA_CELL(Averaging,          general(directionOf(entry).GetAveraging()))
-VELMARA_CELL(DFBandwidth,        general(directionOf(entry).GetBandwidth().GetValue()))
-VELMARA_CELL(DFStep,             general(directionOf(entry).GetDFStep()))
-VELMARA_CELL(LevelThreshold,     general(directionOf(entry).GetDetail().GetLevelThreshold()))
+VELMARA_CELL(Averaging,          csv::general(directionOf(entry).GetAveraging()))
+VELMARA_CELL(DFBandwidth,        csv::general(directionOf(entry).GetBandwidth().GetValue()))
+VELMARA_CELL(DFStep,             csv::general(directionOf(entry).GetDFStep()))
+VELMARA_CELL(LevelThreshold,     csv::general(directionOf(entry).GetDetail().GetLevelThreshold()))
 VELMARA_CELL(Priority,           profileOf(entry).GetPriority())
 VELMARA_CELL(ProfileId,          profileOf(entry).GetProfileID())
 VELMARA_CELL(ProfileName,        profileOf(entry).GetProfileName())

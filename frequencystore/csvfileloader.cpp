@@ -2,6 +2,7 @@
 
 #include "base/exceptions.h"
 #include "base/files.h"
+#include "frequencystore/csvtext.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -25,29 +26,34 @@ void CSVColumn::SetName(QString const& name) { m_name = name; }
 
 namespace {
 
-/// Reads lines and counts them as an editor does. A line beyond the limit comes in pieces, each a line of its own to
-/// the format.
+/// Reads lines and counts them as an editor does, through all pieces of a long one.
 class LineReader
 {
 public:
-    explicit LineReader(QTextStream& stream) : m_stream(stream) {}
+    LineReader(QTextStream& stream, int& line) : m_stream(stream), m_line(line) { m_line = 0; }
 
     QString next()
     {
-        constexpr int limit = 10240;
-        if (m_isLineEnded)
+        if (m_isLineEnded && !m_stream.atEnd())
             ++m_line;
-        const QString piece = m_stream.readLine(limit);
-        m_isLineEnded = piece.size() < limit;
+        const QString piece = m_stream.readLine(csv::maxLineLength);
+        m_isLineEnded = piece.size() < csv::maxLineLength;
         return piece;
     }
-    int line() const { return m_line; }
 
 private:
     QTextStream& m_stream;
-    int m_line = 0;
+    int& m_line;
     bool m_isLineEnded = true;
 };
+
+bool hasData(QTextStream& stream)
+{
+    while (!stream.atEnd())
+        if (!stream.readLine(csv::maxLineLength).isEmpty())
+            return true;
+    return false;
+}
 
 QStringList partsOf(QString line)
 {
@@ -77,12 +83,14 @@ void CSVFileLoader::LoadFile(QString const& fileName)
     stream.setCodec("UTF-8");
     stream.setAutoDetectUnicode(true);
     LoadFile(stream, fileName);
+    m_hasDataBehindEnd = hasData(stream);
 }
 
 void CSVFileLoader::LoadFile(QTextStream& stream, QString const& name)
 {
     const QString source = name.isEmpty() ? QStringLiteral("Stream") : name;
-    LineReader reader(stream);
+    m_hasDataBehindEnd = false;
+    LineReader reader(stream, m_lastLine);
     QString line = reader.next();
     while (line.startsWith(QLatin1Char('#')))
         line = reader.next();
@@ -93,10 +101,10 @@ void CSVFileLoader::LoadFile(QTextStream& stream, QString const& name)
         try {
             ProcessData(line);
         } catch (TallyFormException& failure) {
-            failure.SetOrigin(QStringLiteral("%1, line %2").arg(source, QString::number(reader.line())));
+            failure.SetOrigin(QStringLiteral("%1, line %2").arg(source, QString::number(m_lastLine)));
             throw;
         }
-        m_lines.append(reader.line());
+        m_lines.append(m_lastLine);
     }
 }
 
@@ -144,5 +152,7 @@ QStringList CSVFileLoader::GetColumnNames() const
 
 QString const& CSVFileLoader::GetErrorText() const { return m_errorText; }
 int CSVFileLoader::GetLine(int row) const { return m_lines.value(row); }
+int CSVFileLoader::GetLastLine() const { return m_lastLine; }
+bool CSVFileLoader::HasDataBehindEnd() const { return m_hasDataBehindEnd; }
 
 } // namespace Velmara

@@ -57,6 +57,10 @@ public:
     QString const& GetErrorText() const;
     /// The line in the file, counted from 1 with comments and header, on which a row stands.
     int GetLine(int row) const;
+    /// The line that was read last: the one at fault after a failure, else the empty one or the last one of the file.
+    int GetLastLine() const;
+    /// Whether the file that was loaded last has data behind the empty line that ended it.
+    bool HasDataBehindEnd() const;
 
 private:
     bool Exist(QString const& name);
@@ -65,6 +69,8 @@ private:
 
     QVector<CSVColumn> m_columns;
     QVector<int> m_lines;
+    int m_lastLine = 0;
+    bool m_hasDataBehindEnd = false;
     QString m_errorText;
 };
 

@@ -7,10 +7,30 @@
 
 namespace Velmara {
 
+/// A cell that is read. Text that is not of the form asked for reads as 0, false or an invalid time, and is noted.
+class CellText
+{
+public:
+    explicit CellText(const QString& text) : m_text(text) {}
+
+    const QString& text() const { return m_text; }
+    double number();
+    int integer();
+    bool boolean();
+    QDateTime time();
+    /// Notes that the cell is passed over.
+    void passOver() { m_isOfForm = false; }
+    bool isOfForm() const { return m_isOfForm; }
+
+private:
+    const QString& m_text;
+    bool m_isOfForm = true;
+};
+
 struct FileHandling::Column
 {
-    using Writer = void (FileHandling::*)(FrequencyStoreEntry&, QString& line, bool last);
-    using Reader = void (*)(FrequencyStoreEntry&, const QString& cell);
+    using Writer = void (FileHandling::*)(const FrequencyStoreEntry&, QString& line, bool last);
+    using Reader = void (*)(FrequencyStoreEntry&, CellText& cell);
     using Test = bool (*)(const FrequencyStoreEntry&);
     enum class Absent { LeavesUnset, IsRead }; ///< what the cell "---" does on reading
 
@@ -30,19 +50,17 @@ struct FileHandling::Format
     void (*complete)(FrequencyStoreEntry&) = nullptr;
 };
 
-/// One list type: how its files are written and read.
+/// One list type: how its files are written and, unless null, read.
 struct FileHandling::Exchange
 {
     ListType type;
-    void (FileHandling::*write)(QString const& file, FrequencyStoreListHelper& helper);
-    void (FileHandling::*read)(QString const& file, FrequencyStoreList& list);
+    void (FileHandling::*write)(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void (FileHandling::*read)(QString const& file, FrequencyStoreList& list, ImportReport& report);
 };
 
-/// The formats, each in a source file of its own, and the columns that several of them have.
-struct FileHandling::Formats
+/// The columns that several formats have.
+struct FileHandling::Columns
 {
-    static const Format& memoryScan();
-
     static Column type();
     static Column comment();
     static Column frequency();
@@ -55,13 +73,13 @@ struct FileHandling::Formats
 /// entries need it.
 #define VELMARA_COLUMN(NAME, WRITER, READ, ...)                                                                        \
     Column{QLatin1String(NAME), &FileHandling::WRITER,                                                                 \
-           [](FrequencyStoreEntry& entry, const QString& cell) { READ; }, Column::Absent::LeavesUnset, __VA_ARGS__}
+           [](FrequencyStoreEntry& entry, CellText& cell) { READ; }, Column::Absent::LeavesUnset, __VA_ARGS__}
 /// A column whose cell is read even if it is "---".
 #define VELMARA_UNGUARDED_COLUMN(NAME, WRITER, READ)                                                                   \
     Column{QLatin1String(NAME), &FileHandling::WRITER,                                                                 \
-           [](FrequencyStoreEntry& entry, const QString& cell) { READ; }, Column::Absent::IsRead}
+           [](FrequencyStoreEntry& entry, CellText& cell) { READ; }, Column::Absent::IsRead}
 /// Stores the value that `cell` names in an enumeration.
-#define VELMARA_READ_NAME(RECORD, MEMBER) (RECORD).Set##MEMBER((RECORD).NameTo##MEMBER(cell))
+#define VELMARA_READ_NAME(RECORD, MEMBER) (RECORD).Set##MEMBER((RECORD).NameTo##MEMBER(cell.text()))
 // clang-format on
 
 } // namespace Velmara

@@ -1,9 +1,11 @@
 #include "frequencystore/filehandling.h"
 
-#include "base/errorhandler.h"
 #include "base/exceptions.h"
 #include "base/files.h"
 #include "frequencystore/csvformat.h"
+#include "frequencystore/csvtext.h"
+#include "frequencystore/detectionresulthelper.h"
+#include "frequencystore/trace.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,11 +16,10 @@ namespace Velmara {
 
 namespace {
 
-/// Traces where the mask allows it; gives false, which is then the result of the operation that failed.
-bool trace(const QString& message, int line)
+/// Traces; gives false, which is then the result of the operation that failed.
+bool refuse(const QString& message, int line)
 {
-    if (ErrorHandler::Instance() & ErrorHandler::traceBit)
-        _Q_Trace(message, QStringLiteral("frequencystore/filehandling"), static_cast<unsigned short>(line));
+    trace(message, QStringLiteral("frequencystore/filehandling"), line);
     return false;
 }
 
@@ -46,22 +47,34 @@ bool FileHandling::ExportFrequencyStoreList(bool csv, QString const& file, Frequ
     return csv ? ExportCSV(file, helper) : ExportXml(file, helper.GetFrequencyStoreList());
 }
 
+bool FileHandling::ExportFrequencyStoreList(bool csv, QString const& file, DetectionResultList& list)
+{
+    FrequencyStoreList store;
+    const DetectionResultHelper conversion(list, store);
+    if (!csv)
+        return ExportXml(file, store);
+    try {
+        WriteToFile(file, conversion.GetCSVString());
+        return true;
+    } catch (const TallyFormException& failure) {
+        return refuse(
+            QStringLiteral("Error writing file %1. %2: %3").arg(file, failure.GetDetail(), failure.GetMessage()),
+            __LINE__);
+    }
+}
+
 bool FileHandling::ImportCSV(QString const& file, FrequencyStoreList& list, ListType type)
 {
     if (type == ListType::DetectionResult)
-        return trace(QStringLiteral("detection results not imported"), __LINE__);
+        return refuse(QStringLiteral("detection results not imported"), __LINE__);
     if (type == ListType::TransducerList)
-        return trace(QStringLiteral("find application that actually needs transducer settings?"), __LINE__);
+        return refuse(QStringLiteral("find application that actually needs transducer settings?"), __LINE__);
     if (!FrequencyStoreListHelper().IsValidListType(type))
         return true;
-    try {
-        ReadCSV(file, list, type);
-        return true;
-    } catch (const TallyException& failure) {
-        return trace(
-            QStringLiteral("Import: Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
-            __LINE__);
-    }
+    const ImportReport report = ReadCSV(file, list, type);
+    return report.isComplete
+        || refuse(QStringLiteral("Import: Cannot export frequency store to file as error %1").arg(report.error),
+                  __LINE__);
 }
 
 bool FileHandling::ImportXml(QString const& file, FrequencyStoreList& list) { return list.LoadXml(file); }
@@ -79,18 +92,14 @@ bool FileHandling::ExportCSV(QString const& file, FrequencyStoreListHelper& help
 {
     const ListType type = helper.GetListType();
     if (!helper.IsValidListType(type))
-        return trace(QStringLiteral("ExportCSV: Cannot export frequency store to file as ListType is invalid!!"),
-                     __LINE__);
+        return refuse(QStringLiteral("ExportCSV: Cannot export frequency store to file as ListType is invalid!!"),
+                      __LINE__);
     if (type == ListType::TransducerList)
-        return trace(QStringLiteral("find application that actually needs transducer settings?"), __LINE__);
-    try {
-        WriteCSV(file, helper);
-        return true;
-    } catch (const TallyException& failure) {
-        return trace(
-            QStringLiteral("ExportCSV: Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
-            __LINE__);
-    }
+        return refuse(QStringLiteral("find application that actually needs transducer settings?"), __LINE__);
+    const ExportReport report = WriteCSV(file, helper);
+    return report.isComplete
+        || refuse(QStringLiteral("ExportCSV: Cannot export frequency store to file as error %1").arg(report.error),
+                  __LINE__);
 }
 
 bool FileHandling::ExportCSV(QString const& file, QString const& xml, ListType type)
@@ -102,8 +111,8 @@ bool FileHandling::ExportCSV(QString const& file, QString const& xml, ListType t
             helper.SetListType(type);
         return ExportCSV(file, helper);
     } catch (const TallyException& failure) {
-        return trace(QStringLiteral("Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
-                     __LINE__);
+        return refuse(QStringLiteral("Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
+                      __LINE__);
     }
 }
 
@@ -111,9 +120,9 @@ bool FileHandling::ExportXml(QString const& file, FrequencyStoreList& list)
 {
     try {
         return list.SaveXml(file)
-            || trace(QStringLiteral("ExportXml:: Cannot export frequency store to file '%1'").arg(file), __LINE__);
+            || refuse(QStringLiteral("ExportXml:: Cannot export frequency store to file '%1'").arg(file), __LINE__);
     } catch (const TallyException& failure) {
-        return trace(
+        return refuse(
             QStringLiteral("ExportXml:: Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
             __LINE__);
     }
@@ -125,38 +134,75 @@ bool FileHandling::ExportXml(QString const& file, QString const& text)
         WriteToFile(file, text);
         return true;
     } catch (const TallyException& failure) {
-        return trace(
+        return refuse(
             QStringLiteral("ExportXml:: Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
             __LINE__);
     }
 }
 
-const FileHandling::Exchange* FileHandling::exchangeOf(ListType type)
+const FileHandling::Exchange& FileHandling::exchangeOf(ListType type)
 {
     static constexpr Exchange exchanges[] = {
+        {ListType::NotePad, &FileHandling::ExportNotePad, &FileHandling::ImportNotePad},
+        {ListType::Suppress, &FileHandling::ExportSuppress, &FileHandling::ImportSuppress},
+        {ListType::TargetList, &FileHandling::ExportTargetList, &FileHandling::ImportTargetList},
+        {ListType::DataResults, &FileHandling::ExportDataResults, &FileHandling::ImportDataResults},
+        {ListType::NOIFrequencies, &FileHandling::ExportNOI, &FileHandling::ImportNOI},
+        {ListType::DetectionConventional, &FileHandling::ExportDetectionConventional,
+         &FileHandling::ImportDetectionConventional},
         {ListType::MemoryScan, &FileHandling::ExportMemoryScan, &FileHandling::ImportMemoryScan},
+        {ListType::DetectionResult, &FileHandling::ExportDetectionResult, nullptr},
     };
     const auto exchange = std::find_if(std::begin(exchanges), std::end(exchanges),
                                        [type](const Exchange& candidate) { return candidate.type == type; });
     if (exchange == std::end(exchanges))
         throw TallyException(QStringLiteral("There is no CSV format for the list type '%1'.")
                                  .arg(FrequencyStoreListHelper().ListTypeToName(type)));
-    return exchange;
+    return *exchange;
 }
 
-void FileHandling::ReadCSV(QString const& file, FrequencyStoreList& list, ListType type)
+namespace {
+
+/// Runs an exchange, which fills a report and throws on failure; the report then tells the reason.
+template <class Report, class Action> Report reported(Action action)
 {
-    (this->*exchangeOf(type)->read)(file, list);
+    Report report;
+    try {
+        action(report);
+        report.isComplete = true;
+    } catch (const TallyException& failure) {
+        report.error = failure.GetMessage();
+    }
+    return report;
 }
 
-void FileHandling::WriteCSV(QString const& file, FrequencyStoreListHelper& helper)
+} // namespace
+
+ImportReport FileHandling::ReadCSV(QString const& file, FrequencyStoreList& list, ListType type)
 {
-    (this->*exchangeOf(helper.GetListType())->write)(file, helper);
+    return reported<ImportReport>([&](ImportReport& report) {
+        const auto read = exchangeOf(type).read;
+        if (!read)
+            throw TallyException(QStringLiteral("detection results not imported"));
+        (this->*read)(file, list, report);
+    });
+}
+
+ExportReport FileHandling::WriteCSV(QString const& file, FrequencyStoreListHelper& helper)
+{
+    return reported<ExportReport>(
+        [&](ExportReport& report) { (this->*exchangeOf(helper.GetListType()).write)(file, helper, report); });
+}
+
+void FileHandling::ExportDetectionResult(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report)
+{
+    const DetectionResultHelper conversion(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
+    WriteToFile(file, conversion.GetCSVString(report));
 }
 
 void FileHandling::SetCSVItem(QString& item, QString& line, bool last)
 {
-    line += item.isEmpty() ? QStringLiteral("---") : item;
+    line += item.isEmpty() ? csv::absent() : item;
     line += QLatin1Char(';');
     if (last)
         line += QLatin1Char('\n');

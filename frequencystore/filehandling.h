@@ -1,8 +1,12 @@
 #pragma once
 
+#include "frequencystore/exchangereport.h"
 #include "frequencystore/records/frequencystorelist.h"
 
 namespace Velmara {
+
+class CSVFileLoader;
+class CellText;
 
 /// The door to files: lists as XML documents and as CSV files, with one CSV format per list type.
 ///
@@ -21,6 +25,9 @@ public:
     void ImportFrequencyStoreList(bool csv, QString const& file, FrequencyStoreList& list, ListType type);
     /// Writes a list as CSV of its type or, whatever its type, as XML.
     bool ExportFrequencyStoreList(bool csv, QString const& file, FrequencyStoreList& list, ListType type);
+    /// Writes detection results as CSV or, turned into store entries, as XML. What the conversion throws passes
+    /// through.
+    bool ExportFrequencyStoreList(bool csv, QString const& file, DetectionResultList& list);
     /// Appends the rows of a CSV file; those ahead of a bad row stay in the list.
     bool ImportCSV(QString const& file, FrequencyStoreList& list, ListType type);
     /// Loads an XML document; its exceptions pass through.
@@ -28,15 +35,16 @@ public:
     /// Whether a file loads as the XML document of a list.
     bool IsValidFormat(QString const& file);
 
-    /// As ImportCSV, but throws TallyException, which tells file and line as its origin.
-    void ReadCSV(QString const& file, FrequencyStoreList& list, ListType type);
-    /// Writes a CSV file; throws TallyException. A file that was there stays as it was if writing fails.
-    void WriteCSV(QString const& file, FrequencyStoreListHelper& helper);
+    /// Reads a CSV file as ImportCSV does, and tells what was met on the way.
+    ImportReport ReadCSV(QString const& file, FrequencyStoreList& list, ListType type);
+    /// Writes a CSV file of the helper's list type, and tells what was met on the way. A file that was there stays as
+    /// it was if writing fails.
+    ExportReport WriteCSV(QString const& file, FrequencyStoreListHelper& helper);
 
 private:
     struct Column;
+    struct Columns;
     struct Format;
-    struct Formats;
     struct Exchange;
     struct Found;
 
@@ -45,51 +53,76 @@ private:
     bool ExportXml(QString const& file, FrequencyStoreList& list);
     bool ExportXml(QString const& file, QString const& text);
 
-    void ExportMemoryScan(QString const& file, FrequencyStoreListHelper& helper);
-    void ImportMemoryScan(QString const& file, FrequencyStoreList& list);
+    void ExportNotePad(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void ExportSuppress(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void ExportTargetList(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void ExportDataResults(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void ExportNOI(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void ExportDetectionConventional(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void ExportMemoryScan(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void ExportDetectionResult(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);
+    void ImportNotePad(QString const& file, FrequencyStoreList& list, ImportReport& report);
+    void ImportSuppress(QString const& file, FrequencyStoreList& list, ImportReport& report);
+    void ImportTargetList(QString const& file, FrequencyStoreList& list, ImportReport& report);
+    void ImportDataResults(QString const& file, FrequencyStoreList& list, ImportReport& report);
+    void ImportNOI(QString const& file, FrequencyStoreList& list, ImportReport& report);
+    void ImportDetectionConventional(QString const& file, FrequencyStoreList& list, ImportReport& report);
+    void ImportMemoryScan(QString const& file, FrequencyStoreList& list, ImportReport& report);
 
-    static const Exchange* exchangeOf(ListType type);
+    static const Format& notePad();
+    static const Format& suppress();
+    static const Format& targetList();
+    static const Format& dataResults();
+    static const Format& detectionConventional();
+    static const Format& memoryScan();
+
+    static const Exchange& exchangeOf(ListType type);
+    void writeFormat(QString const& file, const FrequencyStoreListHelper& helper, const Format& format,
+                     ExportReport& report);
     static QVector<const Column*> columnsFor(const QVector<FrequencyStoreEntry>& entries, const Format& format);
-    void appendRow(FrequencyStoreEntry& entry, const QVector<const Column*>& columns, QString& text);
-    void writeFormat(QString const& file, const FrequencyStoreList& list, const Format& format);
-    void readFormat(QString const& file, FrequencyStoreList& list, const Format& format);
-    static FrequencyStoreEntry readRow(const QVector<Found>& found, int row, const Format& format);
+    template <class Append>
+    int appendLine(const QVector<const Column*>& columns, const Format& format, QString& text, Append append);
+    void appendCell(const FrequencyStoreEntry& entry, const Column& column, QString& line, bool last);
+    void readFormat(QString const& file, FrequencyStoreList& list, const Format& format, ImportReport& report);
+    static QVector<Found> findColumns(const CSVFileLoader& loader, const Format& format, ImportReport& report);
+    static FrequencyStoreEntry readRow(const QVector<Found>& found, int row, const Format& format, CsvCell& place,
+                                       ImportReport& report);
 
     /// Appends a cell: the item, or "---" if it is empty. The last one ends the row.
     void SetCSVItem(QString& item, QString& line, bool last);
     void WriteToFile(QString const& file, QString const& text);
 
-    void AppendType(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendComment(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendAntenna(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendFrequency(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendBandwidth(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendAnalogDemod(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendLevel(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendIFStep(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendActive(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendAlarm(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendAFC(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendAttenuation(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendSquelchState(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendSquelchValue(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendChannelNo(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendDFMode(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendAveraging(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendDFBandwidth(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendDFStep(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendLevelThreshold(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendPriority(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendProfileId(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendProfileName(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendSignalClass(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendThreatClass(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendTransmissionSystem(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendReason(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendConfidence(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendResultTime(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendStartTime(FrequencyStoreEntry& entry, QString& line, bool last);
-    void AppendStopTime(FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendType(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendComment(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendAntenna(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendFrequency(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendBandwidth(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendAnalogDemod(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendLevel(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendIFStep(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendActive(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendAlarm(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendAFC(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendAttenuation(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendSquelchState(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendSquelchValue(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendChannelNo(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendDFMode(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendAveraging(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendDFBandwidth(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendDFStep(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendLevelThreshold(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendPriority(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendProfileId(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendProfileName(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendSignalClass(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendThreatClass(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendTransmissionSystem(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendReason(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendConfidence(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendResultTime(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendStartTime(const FrequencyStoreEntry& entry, QString& line, bool last);
+    void AppendStopTime(const FrequencyStoreEntry& entry, QString& line, bool last);
 };
 
 } // namespace Velmara

@@ -7,5 +7,6 @@
 #include "base/exceptions.h"
 #include "base/logger.h"
 #include "frequencystore/csvfileloader.h"
+#include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/filehandling.h"
 #include "frequencystore/records/allrecords.h"

@@ -22,52 +22,50 @@ void completeDirection(FrequencyStoreEntry& entry)
         thresholdsOf(entry).SetQualityThreshold(0);
 }
 
-bool isTrue(const QString& cell) { return cell == QLatin1String("true"); }
-
 } // namespace
 
 // clang-format off
-const FileHandling::Format& FileHandling::Formats::memoryScan()
+const FileHandling::Format& FileHandling::memoryScan()
 {
     static const Format format{{
-        type(),
-        comment(),
-        VELMARA_COLUMN("Antenna",           AppendAntenna,        entry.SetAntenna(cell)),
-        frequency(),
-        bandwidth(),
-        analogDemod(),
-        VELMARA_COLUMN("Active",            AppendActive,         detailOf(entry).SetActive(isTrue(cell))),
+        Columns::type(),
+        Columns::comment(),
+        VELMARA_COLUMN("Antenna",           AppendAntenna,        entry.SetAntenna(cell.text())),
+        Columns::frequency(),
+        Columns::bandwidth(),
+        Columns::analogDemod(),
+        VELMARA_COLUMN("Active",            AppendActive,         detailOf(entry).SetActive(cell.boolean())),
         VELMARA_COLUMN("AFC",               AppendAFC,            VELMARA_READ_NAME(detailOf(entry), AFC)),
         VELMARA_COLUMN("Attenuation",       AppendAttenuation,    VELMARA_READ_NAME(detailOf(entry), Attenuation)),
         VELMARA_COLUMN("SquelchState",      AppendSquelchState,   VELMARA_READ_NAME(detailOf(entry), SquelchState)),
-        VELMARA_COLUMN("SquelchValue",      AppendSquelchValue,   detailOf(entry).SetSquelchValue(cell.toInt())),
-        VELMARA_COLUMN("ChannelNo",         AppendChannelNo,      detailOf(entry).SetChannelNo(cell.toInt())),
-        VELMARA_COLUMN("Alarm",             AppendAlarm,          detailOf(entry).SetAlarm(isTrue(cell)), hasAlarm),
+        VELMARA_COLUMN("SquelchValue",      AppendSquelchValue,   detailOf(entry).SetSquelchValue(cell.integer())),
+        VELMARA_COLUMN("ChannelNo",         AppendChannelNo,      detailOf(entry).SetChannelNo(cell.integer())),
+        VELMARA_COLUMN("Alarm",             AppendAlarm,          detailOf(entry).SetAlarm(cell.boolean()), hasAlarm),
         VELMARA_COLUMN("DFSquelchMode",     AppendDFMode,         VELMARA_READ_NAME(directionOf(entry), DFMode),
                        hasDirection),
-        VELMARA_COLUMN("DFMeasurementTime", AppendAveraging,      directionOf(entry).SetAveraging(cell.toDouble()),
+        VELMARA_COLUMN("DFMeasurementTime", AppendAveraging,      directionOf(entry).SetAveraging(cell.number()),
                        hasDirection),
-        VELMARA_COLUMN("DFSquelch",         AppendLevelThreshold, thresholdsOf(entry).SetLevelThreshold(cell.toDouble()),
+        VELMARA_COLUMN("DFSquelch",         AppendLevelThreshold, thresholdsOf(entry).SetLevelThreshold(cell.number()),
                        hasDirection),
-        VELMARA_COLUMN("DFBandwidth",       AppendDFBandwidth,    directionOf(entry).GetBandwidth().SetValue(cell.toDouble()),
+        VELMARA_COLUMN("DFBandwidth",       AppendDFBandwidth,    directionOf(entry).GetBandwidth().SetValue(cell.number()),
                        hasDirection),
-        VELMARA_COLUMN("DFStep",            AppendDFStep,         directionOf(entry).SetDFStep(cell.toDouble()),
+        VELMARA_COLUMN("DFStep",            AppendDFStep,         directionOf(entry).SetDFStep(cell.number()),
                        hasStep),
-        VELMARA_COLUMN("FreqSpan",          AppendIFStep,         entry.GetFFM_Settings().SetIFStep(cell.toDouble()),
+        VELMARA_COLUMN("FreqSpan",          AppendIFStep,         entry.GetFFM_Settings().SetIFStep(cell.number()),
                        hasStep),
     }, false, completeDirection};
     return format;
 }
 // clang-format on
 
-void FileHandling::ExportMemoryScan(QString const& file, FrequencyStoreListHelper& helper)
+void FileHandling::ExportMemoryScan(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report)
 {
-    writeFormat(file, std::as_const(helper).GetFrequencyStoreList(), Formats::memoryScan());
+    writeFormat(file, helper, memoryScan(), report);
 }
 
-void FileHandling::ImportMemoryScan(QString const& file, FrequencyStoreList& list)
+void FileHandling::ImportMemoryScan(QString const& file, FrequencyStoreList& list, ImportReport& report)
 {
-    readFormat(file, list, Formats::memoryScan());
+    readFormat(file, list, memoryScan(), report);
 }
 
 } // namespace Velmara

@@ -156,25 +156,6 @@ TEST_F(MemoryScan, TellsWhatIsWrong)
                  {"DFSquelchMode", "DF_Settings,membername=m_dFMode"}};
     for (const auto& [column, place] : names)
         EXPECT_EQ(refusal(head + column + "\na;1;2;on\n"), "enum is not valid (classname=" + place + ")");
-
-    try {
-        m_files.ReadCSV(write("in.csv", "#\nType;Frequency\na;1\n"), m_list, ListType::MemoryScan);
-        FAIL();
-    } catch (const TallyException& failure) {
-        EXPECT_EQ(failure.GetOrigin(), path("in.csv") + ", line 3");
-    }
-}
-
-TEST_F(MemoryScan, LeavesTheCallersListAlone)
-{
-    FrequencyStoreList list = listOf({FrequencyStoreEntry(), entry(3)});
-    list.SetValidate(false);
-    const QByteArray before = packed(list);
-    const FrequencyStoreList shared = list;
-    exported(list);
-    EXPECT_EQ(packed(list), before);
-    EXPECT_FALSE(entriesOf(list)[0].IsFFM_SettingsSet());
-    EXPECT_TRUE(list == shared);
 }
 
 using Files = ExchangeTest;

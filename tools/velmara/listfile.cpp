@@ -1,5 +1,7 @@
 #include "listfile.h"
 
+#include "messages.h"
+
 #include <base/files.h>
 
 #include <QDataStream>
@@ -8,6 +10,8 @@
 
 using namespace TALLYFORM;
 using namespace Velmara;
+
+using ListType = FrequencyStoreListHelper::ListType;
 
 namespace {
 
@@ -23,7 +27,7 @@ private:
 };
 
 /// Runs an operation that gives false on failure and tells the reason to the list's logger.
-template <class Operation> void demand(const FrequencyStoreList& list, Operation operation)
+template <class Operation> void demand(const ITallyObject& list, Operation operation)
 {
     const auto logger = std::make_shared<LastReason>();
     list.SetLogger(logger);
@@ -36,12 +40,16 @@ template <class Operation> void demand(const FrequencyStoreList& list, Operation
 QByteArray bytesOf(const QString& path)
 {
     QFile file(path);
+    QByteArray content;
+    QString reason;
     if (!file.open(QIODevice::ReadOnly))
         throw TallyException(file.errorString());
-    return file.readAll();
+    if (!ReadFile(file, content, reason))
+        throw TallyException(reason);
+    return content;
 }
 
-void readPacked(const QString& path, FrequencyStoreList& list)
+template <class List> void readPacked(const QString& path, List& list)
 {
     QDataStream stream(bytesOf(path));
     list.SetVersionSpecificBinaryWithoutValidation(stream);
@@ -49,14 +57,24 @@ void readPacked(const QString& path, FrequencyStoreList& list)
         throw BinaryParsingException(QStringLiteral("This is no packed list, or a damaged one."));
 }
 
-void fill(FrequencyStoreList& list, const QString& path, FileHandling::ListType type)
+/// Reads the forms that all records have.
+template <class List> void readRecord(const QString& path, List& list)
 {
     switch (formOf(path)) {
-    case Form::Csv: FileHandling().ReadCSV(path, list, type); break;
     case Form::Xml: demand(list, [&] { return list.LoadXml(path); }); break;
     case Form::Tagged: demand(list, [&] { return list.LoadBinary(path); }); break;
     case Form::Packed: readPacked(path, list); break;
+    case Form::Csv: throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
     }
+}
+
+void readCsv(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
+{
+    const ImportReport report
+        = FileHandling().ReadCSV(path, helper.GetFrequencyStoreList(), std::as_const(helper).GetListType());
+    warnings += warningsOf(path, report);
+    if (!report.isComplete)
+        throw TallyException(describe(path, report));
 }
 
 QByteArray packedForm(const FrequencyStoreList& list)
@@ -72,6 +90,25 @@ void writeBytes(const QString& path, const QByteArray& bytes)
     QString reason;
     if (SaveFile(path, bytes, reason) != SaveResult::Saved)
         throw TallyException(QStringLiteral("%1: %2").arg(path, reason));
+}
+
+void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
+{
+    if (list.GetFrequencyStoreEntry().isEmpty())
+        throw TallyException(QStringLiteral("%1: a list without entries can only be written as CSV.").arg(path));
+    switch (form) {
+    case Form::Xml: demand(list, [&] { return list.SaveXml(path); }); break;
+    case Form::Tagged: writeBytes(path, list.GetBinaryRepresentationAsQByteArray()); break;
+    default: writeBytes(path, packedForm(list));
+    }
+}
+
+void writeCsv(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
+{
+    const ExportReport report = FileHandling().WriteCSV(path, helper);
+    if (!report.isComplete)
+        throw TallyException(report.error);
+    warnings += warningsOf(path, report);
 }
 
 } // namespace
@@ -90,33 +127,28 @@ Form formOf(const QString& path)
     throw TallyException(QStringLiteral("%1: the extension must be .csv, .xml, .tagged or .packed.").arg(path));
 }
 
-FrequencyStoreList readList(const QString& path, FileHandling::ListType type)
+void readList(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
 {
-    FrequencyStoreList list;
     try {
-        fill(list, path, type);
+        if (helper.GetListType() == ListType::DetectionResult)
+            readRecord(path, helper.GetDetectionResultList());
+        else if (formOf(path) == Form::Csv)
+            readCsv(path, helper, warnings);
+        else
+            readRecord(path, helper.GetFrequencyStoreList());
     } catch (TallyFormException& failure) {
         if (failure.GetOrigin().isEmpty() && !failure.GetMessage().contains(path))
             failure.SetOrigin(path);
         throw;
     }
-    return list;
 }
 
-void writeList(const QString& path, const FrequencyStoreList& list, FileHandling::ListType type)
+void writeList(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
 {
-    if (list.GetFrequencyStoreEntry().isEmpty() && formOf(path) != Form::Csv)
-        throw TallyException(QStringLiteral("%1: a list without entries can only be written as CSV.").arg(path));
-    switch (formOf(path)) {
-    case Form::Csv: {
-        FrequencyStoreListHelper helper;
-        helper.SetListType(type);
-        helper.SetFrequencyStoreList(list);
-        FileHandling().WriteCSV(path, helper);
-        break;
-    }
-    case Form::Xml: demand(list, [&] { return list.SaveXml(path); }); break;
-    case Form::Tagged: writeBytes(path, list.GetBinaryRepresentationAsQByteArray()); break;
-    case Form::Packed: writeBytes(path, packedForm(list)); break;
-    }
+    const Form form = formOf(path);
+    if (form == Form::Csv)
+        return writeCsv(path, helper, warnings);
+    if (helper.GetListType() == ListType::DetectionResult)
+        DetectionResultHelper(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
+    writeRecord(path, form, helper.GetFrequencyStoreList());
 }

@@ -8,8 +8,11 @@ enum class Form { Csv, Xml, Tagged, Packed };
 /// Throws TallyException for an extension that names no form.
 Form formOf(const QString& path);
 
-/// Reads and checks a list. Throws TallyFormException, which tells the place in the file where it is known.
-Velmara::FrequencyStoreList readList(const QString& path, Velmara::FileHandling::ListType type);
+/// Reads and checks a list of store entries, or of detection results for that list type, into the helper; its list type
+/// tells the CSV format. Adds warnings for the operator. Throws TallyFormException, which tells the place in the file
+/// where it is known.
+void readList(const QString& path, Velmara::FrequencyStoreListHelper& helper, QStringList& warnings);
 
-/// Writes a list. Throws TallyFormException; a file that was there then stays as it was.
-void writeList(const QString& path, const Velmara::FrequencyStoreList& list, Velmara::FileHandling::ListType type);
+/// Writes the list; detection results become store entries in all forms but CSV. Adds warnings for the operator.
+/// Throws TallyFormException; a file that was there then stays as it was.
+void writeList(const QString& path, Velmara::FrequencyStoreListHelper& helper, QStringList& warnings);

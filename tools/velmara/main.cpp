@@ -12,7 +12,7 @@ const char help[] = R"(Usage: velmara COMMAND [ARGUMENTS]
 Works on frequency lists in files.
 
 Commands:
-  convert IN OUT --type TYPE   convert a list between CSV, XML, tagged and packed binary
+  convert IN OUT [--type TYPE]   convert a list between CSV, XML, tagged and packed binary
 
 velmara COMMAND --help tells more. velmara --version tells the version.
 )";

@@ -1,0 +1,35 @@
+#pragma once
+
+/// The text of CSV files: the forms of cells, and what a reader would not get back of them.
+
+#include "frequencystore/exchangereport.h"
+
+namespace Velmara::csv {
+
+/// A longer line is read in pieces, each as a line of its own.
+inline constexpr int maxLineLength = 10240;
+
+/// What stands for an absent item.
+inline QString absent() { return QStringLiteral("---"); }
+inline QString fixed(double value, int decimals = 2) { return QString::number(value, 'f', decimals); }
+/// Six significant digits.
+inline QString general(double value) { return QString::number(value, 'g', 6); }
+inline QString boolean(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+
+/// Follows the lines behind the header as they are written, and notes in a report how many they are and what of them a
+/// reader will not get back: there is no quoting.
+class LineWatch
+{
+public:
+    explicit LineWatch(ExportReport& report) : m_report(report) {}
+
+    void cell(QLatin1String column, QStringView text);
+    void endLine(int length);
+
+private:
+    ExportReport& m_report;
+    int m_line = 2;
+    int m_breaks = 0; ///< line ends within the cells of the line
+};
+
+} // namespace Velmara::csv

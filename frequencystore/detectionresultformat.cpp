@@ -1,0 +1,86 @@
+/// The CSV format of detection results, which is only written.
+
+#include "base/converters.h"
+#include "frequencystore/csvtext.h"
+#include "frequencystore/detectionresulthelper.h"
+
+#include <iterator>
+
+using TALLYFORM::Converters;
+
+namespace Velmara {
+
+namespace {
+
+struct Cell
+{
+    QLatin1String name;
+    QString (*text)(const DetectionResult&);
+};
+
+QString degrees(double value) { return csv::fixed(value, 6); }
+
+// clang-format off
+#define VELMARA_CELL(NAME, ITEM)                                                                                       \
+    Cell{QLatin1String(NAME), [](const DetectionResult& result) -> QString { return ITEM; }}
+#define VELMARA_CELL_IF_SET(NAME, MEMBER, ITEM)                                                                        \
+    VELMARA_CELL(NAME, result.Is##MEMBER##Set() ? ITEM : csv::absent())
+
+const Cell cells[] = {
+    VELMARA_CELL       ("ID",                                     result.GetID()),
+    VELMARA_CELL       ("Frequency",                              csv::fixed(result.GetFrequency().GetValue())),
+    VELMARA_CELL       ("Bandwidth",                              csv::fixed(result.GetBandwidth().GetValue())),
+    VELMARA_CELL_IF_SET("Level",              Level,              csv::fixed(result.GetLevel())),
+    VELMARA_CELL       ("StartTime",                              Converters::ToString(result.GetStartTime())),
+    VELMARA_CELL_IF_SET("StopTime",           StopTime,           Converters::ToString(result.GetStopTime())),
+    VELMARA_CELL_IF_SET("Confidence",         Confidence,         QString::number(result.GetConfidence())),
+    VELMARA_CELL_IF_SET("Modulation",         Modulation,         result.GetModulation()),
+    VELMARA_CELL_IF_SET("TransmissionSystem", TransmissionSystem, result.GetTransmissionSystem()),
+    VELMARA_CELL_IF_SET("Baudrate",           Baudrate,           csv::fixed(result.GetBaudrate().GetValue())),
+    VELMARA_CELL_IF_SET("Shift",              Shift,              csv::fixed(result.GetShift().GetValue())),
+    VELMARA_CELL_IF_SET("Decoders",           Decoder,            result.GetDecoder()),
+    VELMARA_CELL_IF_SET("Azimuth",            Azimuth,            csv::fixed(result.GetAzimuth())),
+    VELMARA_CELL_IF_SET("Quality",            DFQuality,          csv::fixed(result.GetDFQuality())),
+    VELMARA_CELL_IF_SET("Longitude",          Longitude,          degrees(result.GetLongitude())),
+    VELMARA_CELL       ("Latitude",           result.IsLatitudeSet() ? degrees(result.GetLatitude()) : QString()),
+};
+// clang-format on
+
+/// Appends a line with one text for each cell.
+template <class TextOf> void appendLine(QString& text, TextOf textOf)
+{
+    for (const Cell& cell : cells) {
+        if (&cell != cells)
+            text += QLatin1Char(';');
+        text += textOf(cell);
+    }
+    text += QLatin1Char('\n');
+}
+
+} // namespace
+
+QString DetectionResultHelper::GetCSVString() const
+{
+    ExportReport report;
+    return GetCSVString(report);
+}
+
+QString DetectionResultHelper::GetCSVString(ExportReport& report) const
+{
+    csv::LineWatch watch(report);
+    QString text;
+    appendLine(text, [](const Cell& cell) -> QString { return cell.name; });
+    const QVector<DetectionResult> results = m_results.GetDetectionResult();
+    for (const DetectionResult& result : results) {
+        const int start = text.size();
+        appendLine(text, [&](const Cell& cell) {
+            const QString item = cell.text(result);
+            watch.cell(cell.name, item);
+            return item;
+        });
+        watch.endLine(text.size() - start - 1);
+    }
+    return text;
+}
+
+} // namespace Velmara

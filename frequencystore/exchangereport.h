@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QStringList>
+#include <QVector>
+
+namespace Velmara {
+
+/// A cell of a CSV file, or a whole line if it names no column.
+struct CsvCell
+{
+    int line = 0; ///< counted from 1 as editors do, with comments and header; 0 if no line is meant
+    QString column;
+    QString text;
+};
+
+/// What reading a CSV file did, and what it met.
+struct ImportReport
+{
+    bool isComplete = false; ///< whether reading went through to the end of the data
+    int entries = 0;         ///< how many were appended; those ahead of a failure stay
+    QString error;           ///< the reason if reading failed
+    CsvCell failed;          ///< where it failed
+
+    int emptyLine = 0;          ///< the empty line that ended the data although more stand behind it; 0 if none did
+    QVector<CsvCell> misread;   ///< cells not of their column's form, read as 0 or false or passed over
+    QStringList unknownColumns; ///< those of the file that the list type does not have
+    QStringList missingColumns; ///< those that every file of the list type has and this one has not
+};
+
+/// What writing a CSV file did, and what it met.
+struct ExportReport
+{
+    bool isComplete = false;  ///< whether the file was written
+    int entries = 0;          ///< how many it holds
+    QString error;            ///< the reason if it was not
+    QVector<CsvCell> damaged; ///< cells, or lines too long, that a reader will not get back as they are
+};
+
+} // namespace Velmara

@@ -1,0 +1,320 @@
+/// What holds for every list type that goes to CSV and back.
+
+#include "exchangefixture.h"
+
+#include <QRegularExpression>
+
+using namespace Velmara;
+using namespace TALLYFORM;
+
+using ListType = FrequencyStoreListHelper::ListType;
+
+namespace {
+
+using Entry = FrequencyStoreEntry;
+
+double sixDigits(double value) { return QString::number(value, 'g', 6).toDouble(); }
+QString orDashes(const QString& text) { return text.isEmpty() ? "---" : text; }
+
+#define COPY_IF_SET(MEMBER, FROM, TO)                                                                                  \
+    if ((FROM).Is##MEMBER##Set())                                                                                      \
+    (TO).Set##MEMBER((FROM).Get##MEMBER())
+#define COPY_IF_FULL(MEMBER, FROM, TO)                                                                                 \
+    if (!(FROM).Get##MEMBER().isEmpty())                                                                               \
+    (TO).Set##MEMBER((FROM).Get##MEMBER())
+
+// What travels, told member by member.
+
+void copyTuning(const Entry& from, Entry& to)
+{
+    to.SetType(orDashes(from.GetType()));
+    COPY_IF_FULL(Comment, from, to);
+    to.GetFFM_Settings().GetFrequency().SetValue(from.GetFFM_Settings().GetFrequency().GetValue());
+    to.GetFFM_Settings().GetIFBandwidth().SetValue(from.GetFFM_Settings().GetIFBandwidth().GetValue());
+}
+
+void copyNotePad(const Entry& from, Entry& to)
+{
+    copyTuning(from, to);
+    COPY_IF_SET(AnalogDemod, from.GetFFM_Settings(), to.GetFFM_Settings());
+}
+
+void copyTarget(const Entry& from, Entry& to)
+{
+    copyNotePad(from, to);
+    const Profile_Data& profile = from.GetProfile_Data();
+    COPY_IF_FULL(Priority, profile, to.GetProfile_Data());
+    to.GetProfile_Data().SetProfileID(orDashes(profile.GetProfileID()));
+    to.GetProfile_Data().SetSignalClass(orDashes(profile.GetSignalClass()));
+    to.GetProfile_Data().SetTransmissionSystem(orDashes(profile.GetTransmissionSystem()));
+    to.GetProfile_Data().SetProfileName(orDashes(profile.GetProfileName()));
+    COPY_IF_FULL(ThreatClass, profile, to.GetProfile_Data());
+}
+
+void copyDataResult(const Entry& from, Entry& to)
+{
+    copyNotePad(from, to);
+    COPY_IF_FULL(Reason, from.GetResultList(), to.GetResultList());
+    COPY_IF_SET(ResultTime, from.GetResultList(), to.GetResultList());
+    to.GetResultList().SetConfidence(from.GetResultList().GetConfidence());
+}
+
+void copyDetection(const Entry& from, Entry& to)
+{
+    copyTuning(from, to);
+    COPY_IF_SET(Level, from.GetFFM_Settings(), to.GetFFM_Settings());
+    COPY_IF_SET(StartTime, from.GetDetection(), to.GetDetection());
+    COPY_IF_SET(StopTime, from.GetDetection(), to.GetDetection());
+}
+
+void copyChannel(const Entry& from, Entry& to)
+{
+    copyNotePad(from, to);
+    COPY_IF_FULL(Antenna, from, to);
+    const FFM_SettingsDetail& detail = from.GetFFM_Settings().GetDetail();
+    FFM_SettingsDetail& copy = to.GetFFM_Settings().GetDetail();
+    copy.SetActive(detail.GetActive());
+    COPY_IF_SET(AFC, detail, copy);
+    COPY_IF_SET(Attenuation, detail, copy);
+    COPY_IF_SET(SquelchState, detail, copy);
+    COPY_IF_SET(SquelchValue, detail, copy);
+    COPY_IF_SET(ChannelNo, detail, copy);
+    COPY_IF_SET(Alarm, detail, copy);
+    if (!from.IsDF_SettingsSet())
+        return;
+    const DF_Settings& direction = from.GetDF_Settings();
+    DF_Settings& other = to.GetDF_Settings();
+    COPY_IF_SET(DFMode, direction, other);
+    other.SetAveraging(sixDigits(direction.GetAveraging()));
+    other.GetBandwidth().SetValue(sixDigits(direction.GetBandwidth().GetValue()));
+    other.GetDetail().SetLevelThreshold(sixDigits(direction.GetDetail().GetLevelThreshold()));
+    other.GetDetail().SetQualityThreshold(0);
+    if (!direction.IsDFStepSet())
+        return;
+    other.SetDFStep(sixDigits(direction.GetDFStep()));
+    to.GetFFM_Settings().SetIFStep(sixDigits(from.GetFFM_Settings().GetIFStep()));
+}
+
+struct Case
+{
+    ListType type;
+    void (*copy)(const Entry& from, Entry& to);
+    QByteArray text; ///< a file in which a full row and one of absent cells stand
+    QStringList xml; ///< the entries it holds
+};
+
+QString entryXml(const QString& head, const QString& settings, const QString& tail = QString())
+{
+    return "<FrequencyStoreEntry Version=\"2.0\">" + head + "<FFM_Settings Version=\"1.2\">" + settings
+         + "</FFM_Settings>" + tail + "</FrequencyStoreEntry>";
+}
+
+const QString head = "<Type>t</Type><Comment>c d</Comment>";
+const QString tuning = "<Frequency>100.13</Frequency><IFBandwidth>8.00</IFBandwidth>";
+const QString noTuning = "<Frequency>0.00</Frequency><IFBandwidth>0.00</IFBandwidth>";
+const QString none = "<Type>---</Type>";
+
+const QVector<Case>& cases()
+{
+    static const QByteArray suppressText = "Type;Comment;Frequency;IFBandwidth;\n"
+                                           "t;c d;100.13;8.00;\n"
+                                           "---;---;0.00;0.00;\n";
+    static const QStringList suppressXml{entryXml(head, tuning), entryXml(none, noTuning)};
+    static const QVector<Case> list{
+        {ListType::NotePad,
+         copyNotePad,
+         "Type;Comment;Frequency;IFBandwidth;AnalogDemod;\n"
+         "t;c d;100.13;8.00;USB;\n"
+         "---;---;0.00;0.00;---;\n",
+         {entryXml(head, tuning + "<AnalogDemod>USB</AnalogDemod>"), entryXml(none, noTuning)}},
+        {ListType::Suppress, copyTuning, suppressText, suppressXml},
+        {ListType::NOIFrequencies, copyTuning, suppressText, suppressXml},
+        {ListType::TargetList,
+         copyTarget,
+         "Type;Comment;Frequency;IFBandwidth;AnalogDemod;Priority;ProfileID;SignalClass;TransmissionSystem;"
+         "ProfileName;ThreatClass;\n"
+         "t;c d;100.13;8.00;AM;1;id;class;system;name;threat;\n"
+         "---;---;0.00;0.00;---;---;---;---;---;---;---;\n",
+         {entryXml(head, tuning + "<AnalogDemod>AM</AnalogDemod>",
+                   "<Profile_Data><SignalClass>class</SignalClass><ProfileID>id</ProfileID>"
+                   "<TransmissionSystem>system</TransmissionSystem><ProfileName>name</ProfileName>"
+                   "<Priority>1</Priority><ThreatClass>threat</ThreatClass></Profile_Data>"),
+          entryXml(none, noTuning,
+                   "<Profile_Data><SignalClass>---</SignalClass><ProfileID>---</ProfileID>"
+                   "<TransmissionSystem>---</TransmissionSystem><ProfileName>---</ProfileName></Profile_Data>")}},
+        {ListType::DataResults,
+         copyDataResult,
+         "Type;Comment;Frequency;IFBandwidth;AnalogDemod;LockState;SignalTime;Confidence;\n"
+         "t;c d;100.13;8.00;FM;lock;2024-02-29T23:59:58,007Z;-7;\n"
+         "---;---;0.00;0.00;---;---;---;0;\n",
+         {entryXml(head, tuning + "<AnalogDemod>FM</AnalogDemod>",
+                   "<ResultList><Reason>lock</Reason><ResultTime>2024-02-29T23:59:58,007Z</ResultTime>"
+                   "<Confidence>-7</Confidence></ResultList>"),
+          entryXml(none, noTuning, "<ResultList><Confidence>0</Confidence></ResultList>")}},
+        {ListType::DetectionConventional,
+         copyDetection,
+         "Type;Comment;Frequency;IFBandwidth;Level;StartTime;StopTime;\n"
+         "t;c d;100.13;8.00;-3.25;2024-02-29T23:59:58,007Z;2024-03-01T00:00:00,000Z;\n"
+         "---;---;0.00;0.00;---;---;---;\n",
+         {entryXml(head, tuning + "<Level>-3.25</Level>",
+                   "<Detection><StartTime>2024-02-29T23:59:58,007Z</StartTime>"
+                   "<StopTime>2024-03-01T00:00:00,000Z</StopTime></Detection>"),
+          entryXml(none, noTuning)}},
+        {ListType::MemoryScan,
+         copyChannel,
+         "Type;Comment;Antenna;Frequency;IFBandwidth;AnalogDemod;Active;AFC;Attenuation;SquelchState;"
+         "SquelchValue;ChannelNo;Alarm;DFSquelchMode;DFMeasurementTime;DFSquelch;DFBandwidth;DFStep;FreqSpan\n"
+         "t;c d;a;100.13;8.00;CW;true;ON;AUTO;OFF;-3;12;true;Gate;0.25;3;1e+07;2.5;1.23e+06\n"
+         "---;---;---;0.00;0.00;---;false;---;---;---;---;---;---;---;---;---;---;---;---\n",
+         {entryXml("<Type>t</Type><Antenna>a</Antenna><Comment>c d</Comment>",
+                   tuning
+                       + "<IFStep>1230000.00</IFStep><AnalogDemod>CW</AnalogDemod><Detail Version=\"1.2\">"
+                         "<Attenuation>AUTO</Attenuation><AFC>ON</AFC><Active>true</Active><Alarm>true</Alarm>"
+                         "<ChannelNo>12</ChannelNo><SquelchState>OFF</SquelchState><SquelchValue>-3</SquelchValue>"
+                         "</Detail>",
+                   "<DF_Settings Version=\"1.0\"><Bandwidth>10000000.00</Bandwidth><DFMode>Gate</DFMode>"
+                   "<DFStep>2.50</DFStep><Averaging>0.25</Averaging><Detail><QualityThreshold>0</QualityThreshold>"
+                   "<LevelThreshold>3.00</LevelThreshold></Detail></DF_Settings>"),
+          entryXml(none, noTuning + "<Detail Version=\"1.2\"><Active>false</Active></Detail>")}},
+    };
+    return list;
+}
+
+} // namespace
+
+class CsvFormats : public ExchangeTest
+{
+protected:
+    FrequencyStoreList imported(const QByteArray& text, ListType type)
+    {
+        FrequencyStoreList list;
+        EXPECT_TRUE(FileHandling().ImportCSV(write("in.csv", text), list, type)) << qPrintable(traces().join('|'));
+        return list;
+    }
+    QByteArray exported(FrequencyStoreList& list, ListType type)
+    {
+        EXPECT_TRUE(FileHandling().ExportFrequencyStoreList(true, path("out.csv"), list, type));
+        return read("out.csv");
+    }
+    static QStringList entriesOf(const FrequencyStoreList& list)
+    {
+        QStringList entries;
+        for (const Entry& entry : list.GetFrequencyStoreEntry())
+            entries += xml(entry);
+        return entries;
+    }
+};
+
+TEST_F(CsvFormats, HoldWhatTheirTableSays)
+{
+    for (const Case& each : cases()) {
+        SCOPED_TRACE(int(each.type));
+        FrequencyStoreList list = imported(each.text, each.type);
+        EXPECT_EQ(entriesOf(list), each.xml);
+        EXPECT_EQ(exported(list, each.type), each.text);
+        FrequencyStoreList empty;
+        const QByteArray header = each.text.left(each.text.indexOf('\n') + 1);
+        EXPECT_EQ(exported(empty, each.type), header);
+        EXPECT_EQ(entriesOf(imported(header, each.type)), QStringList());
+    }
+}
+
+TEST_F(CsvFormats, ReadByNameWhateverTheLineEnds)
+{
+    const auto shuffled = [](const QByteArray& line) {
+        QList<QByteArray> cells = line.split(';');
+        std::rotate(cells.begin(), cells.begin() + 3, cells.end());
+        return cells.join(';');
+    };
+    for (const Case& each : cases()) {
+        SCOPED_TRACE(int(each.type));
+        QByteArray text = "\xEF\xBB\xBF# a comment; of two parts\r\n";
+        for (const QByteArray& line : each.text.trimmed().split('\n'))
+            text += shuffled(line) + ";more\r\n";
+        EXPECT_EQ(entriesOf(imported(text, each.type)), each.xml);
+    }
+}
+
+TEST_F(CsvFormats, CarryRandomListsAndLeaveThemAlone)
+{
+    RandomFiller filler(5);
+    for (const Case& each : cases()) {
+        SCOPED_TRACE(int(each.type));
+        FrequencyStoreList list, expected;
+        for (int i = 0; i < 60; ++i) {
+            Entry entry = filler.make<Entry>(), copy;
+            QString text = xml(entry).replace(';', ',').replace("&#10,", "\n").replace('\n', ' ');
+            text.replace(QRegularExpression("&(lt|gt|amp|quot),"), "_");
+            ASSERT_TRUE(entry.SetXmlString(text, true));
+            each.copy(entry, copy);
+            list.AppendFrequencyStoreEntry(entry);
+            expected.AppendFrequencyStoreEntry(copy);
+        }
+        const QByteArray before = packed(list);
+        const QByteArray text = exported(list, each.type);
+        EXPECT_EQ(packed(list), before);
+        EXPECT_EQ(entriesOf(imported(text, each.type)), entriesOf(expected));
+    }
+}
+
+TEST_F(CsvFormats, TellWhatAnImportMet)
+{
+    const auto reported = [&](const QByteArray& text, ListType type, int entries) {
+        FrequencyStoreList list;
+        const ImportReport report = FileHandling().ReadCSV(write("in.csv", text), list, type);
+        EXPECT_EQ(report.entries, entries);
+        EXPECT_EQ(list.GetFrequencyStoreEntry().size(), entries);
+        EXPECT_EQ(report.isComplete, report.error.isEmpty());
+        return report;
+    };
+    const auto place
+        = [](const CsvCell& cell) { return QString("%1 %2 %3").arg(cell.line).arg(cell.column, cell.text); };
+    const QByteArray head = "# list\nType;Frequency;IFBandwidth;AnalogDemod\na;1;2;AM\n";
+
+    EXPECT_TRUE(reported(head, ListType::Suppress, 1).isComplete);
+    EXPECT_EQ(reported(head, ListType::Suppress, 1).unknownColumns, QStringList("AnalogDemod"));
+    EXPECT_EQ(reported(head, ListType::NotePad, 1).missingColumns, QStringList("Comment"));
+    EXPECT_EQ(reported("Type;Comment;Frequency;IFBandwidth;\n", ListType::Suppress, 0).missingColumns, QStringList());
+
+    EXPECT_EQ(place(reported(head + "b;1;2;XX\n", ListType::NotePad, 1).failed), "4 AnalogDemod XX");
+    EXPECT_EQ(place(reported(head + ";1;2;AM\n", ListType::NotePad, 1).failed), "4 Type ");
+    EXPECT_EQ(place(reported(head + "b;1;2\n", ListType::NotePad, 0).failed), "4  ");
+    EXPECT_EQ(place(reported("Type;Frequency\na;1\n", ListType::NotePad, 0).failed), "2  ");
+    EXPECT_EQ(reported("Frequency\n1\n", ListType::NotePad, 0).error, "The column 'Type' is missing.");
+    EXPECT_EQ(place(reported("", ListType::NotePad, 0).failed), "0  ");
+
+    EXPECT_EQ(reported(head + "\n\nb;1;2;AM\n", ListType::NotePad, 1).emptyLine, 4);
+    EXPECT_EQ(reported(head + "\n\n", ListType::NotePad, 1).emptyLine, 0);
+
+    const ImportReport odd = reported("Type;Frequency;IFBandwidth;Level;StartTime;StopTime\n"
+                                      "a;x;---;1,5;---;2024-02-29T23:59:58,007Z\nb;1;2;---;now;---\n",
+                                      ListType::DetectionConventional, 2);
+    QStringList places;
+    for (const CsvCell& cell : odd.misread)
+        places += place(cell);
+    EXPECT_EQ(places, QStringList({"2 Frequency x", "2 IFBandwidth ---", "2 Level 1,5",
+                                   "2 StopTime 2024-02-29T23:59:58,007Z", "3 StartTime now"}));
+}
+
+TEST_F(CsvFormats, TellWhatAReaderWillNotGetBack)
+{
+    const QString long_(20000, 'x');
+    FrequencyStoreListHelper helper;
+    helper.SetListType(ListType::Suppress);
+    for (const QString& comment : {QString("a;b"), QString("c\nd"), QString("e\rf"), long_, QString("fine")}) {
+        Entry entry;
+        entry.SetType("t");
+        entry.SetComment(comment);
+        entry.GetFFM_Settings().GetFrequency().SetValue(1);
+        entry.GetFFM_Settings().GetIFBandwidth().SetValue(2);
+        helper.GetFrequencyStoreList().AppendFrequencyStoreEntry(entry);
+    }
+    const ExportReport report = FileHandling().WriteCSV(path("out.csv"), helper);
+    EXPECT_TRUE(report.isComplete);
+    EXPECT_EQ(report.entries, 5);
+    QStringList places;
+    for (const CsvCell& cell : report.damaged)
+        places += QString("%1 %2").arg(cell.line).arg(cell.column);
+    EXPECT_EQ(places, QStringList({"2 Comment", "3 Comment", "5 Comment", "6 "}));
+    EXPECT_TRUE(read("out.csv").startsWith("Type;Comment;Frequency;IFBandwidth;\nt;a;b;1.00;2.00;\nt;c\nd;1.00"));
+}

@@ -1,0 +1,84 @@
+#include "messages.h"
+
+using namespace TALLYFORM;
+using namespace Velmara;
+
+namespace {
+
+QString quoted(const QString& text)
+{
+    constexpr int limit = 60;
+    const QString line = text.simplified();
+    return QLatin1Char('\'') + (line.size() > limit ? line.left(limit) + QStringLiteral("...") : line)
+         + QLatin1Char('\'');
+}
+
+QString placeOf(const QString& file, const CsvCell& cell)
+{
+    QString place = file;
+    if (cell.line > 0)
+        place += QStringLiteral(", line %1").arg(cell.line);
+    if (!cell.column.isEmpty())
+        place += QStringLiteral(", column %1, cell %2").arg(quoted(cell.column), quoted(cell.text));
+    return place + QStringLiteral(": ");
+}
+
+QString columns(const QStringList& names)
+{
+    QStringList list;
+    for (const QString& name : names)
+        list += quoted(name);
+    return (names.size() == 1 ? QStringLiteral("column ") : QStringLiteral("columns "))
+         + list.join(QStringLiteral(", "));
+}
+
+/// One warning for each of the first cells, and one for the rest.
+QStringList warningsAt(const QString& file, const QVector<CsvCell>& cells, QString (*textOf)(const CsvCell&))
+{
+    constexpr int limit = 10;
+    QStringList warnings;
+    for (const CsvCell& cell : cells.mid(0, limit))
+        warnings += placeOf(file, cell) + textOf(cell);
+    if (cells.size() > limit)
+        warnings += QStringLiteral("%1: the same in %2 more places.").arg(file).arg(cells.size() - limit);
+    return warnings;
+}
+
+} // namespace
+
+QString describe(const TallyFormException& failure)
+{
+    return failure.GetOrigin().isEmpty() ? failure.GetMessage()
+                                         : failure.GetOrigin() + QStringLiteral(": ") + failure.GetMessage();
+}
+
+QString describe(const QString& file, const ImportReport& report)
+{
+    const bool namesFile = report.failed.line == 0 && report.error.contains(file);
+    return namesFile ? report.error : placeOf(file, report.failed) + report.error;
+}
+
+QStringList warningsOf(const QString& file, const ImportReport& report)
+{
+    QStringList warnings;
+    if (report.emptyLine > 0)
+        warnings += placeOf(file, {report.emptyLine, {}, {}})
+                  + QStringLiteral("the data end at this empty line; what stands behind it was not read.");
+    if (!report.unknownColumns.isEmpty())
+        warnings
+            += file + QStringLiteral(": passed over the unknown ") + columns(report.unknownColumns) + QLatin1Char('.');
+    if (!report.missingColumns.isEmpty())
+        warnings += file + QStringLiteral(": did not find the ") + columns(report.missingColumns) + QLatin1Char('.');
+    return warnings + warningsAt(file, report.misread, [](const CsvCell&) {
+               return QStringLiteral("not in the form of its column, and not read as it stands.");
+           });
+}
+
+QStringList warningsOf(const QString& file, const ExportReport& report)
+{
+    return warningsAt(file, report.damaged, [](const CsvCell& cell) {
+        return cell.column.isEmpty()
+                 ? QStringLiteral("the line is longer than a reader takes.")
+                 : QStringLiteral("a separator or a line end within a cell breaks the line for a reader.");
+    });
+}
