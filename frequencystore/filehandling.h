@@ -49,8 +49,10 @@ private:
     struct Found;
 
     bool ExportCSV(QString const& file, FrequencyStoreListHelper& helper);
+    /// The same for a list that is at hand as XML text.
     bool ExportCSV(QString const& file, QString const& xml, ListType type);
     bool ExportXml(QString const& file, FrequencyStoreList& list);
+    /// The same for a document that is at hand.
     bool ExportXml(QString const& file, QString const& text);
 
     void ExportNotePad(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report);

@@ -6,24 +6,13 @@ namespace Velmara {
 
 const FileHandling::Format& FileHandling::notePad()
 {
-    static const Format format{{
-        Columns::type(),
-        Columns::comment(),
-        Columns::frequency(),
-        Columns::bandwidth(),
-        Columns::analogDemod(),
-    }};
+    static const Format format{suppress().columns + QVector<Column>{Columns::analogDemod()}};
     return format;
 }
 
 const FileHandling::Format& FileHandling::suppress()
 {
-    static const Format format{{
-        Columns::type(),
-        Columns::comment(),
-        Columns::frequency(),
-        Columns::bandwidth(),
-    }};
+    static const Format format{{Columns::type(), Columns::comment(), Columns::frequency(), Columns::bandwidth()}};
     return format;
 }
 

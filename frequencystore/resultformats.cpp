@@ -20,12 +20,7 @@ void readStop(FrequencyStoreEntry& entry, CellText& cell)
 // clang-format off
 const FileHandling::Format& FileHandling::dataResults()
 {
-    static const Format format{{
-        Columns::type(),
-        Columns::comment(),
-        Columns::frequency(),
-        Columns::bandwidth(),
-        Columns::analogDemod(),
+    static const Format format{notePad().columns + QVector<Column>{
         VELMARA_COLUMN          ("LockState",  AppendReason,     entry.GetResultList().SetReason(cell.text())),
         VELMARA_COLUMN          ("SignalTime", AppendResultTime, entry.GetResultList().SetResultTime(cell.time())),
         VELMARA_UNGUARDED_COLUMN("Confidence", AppendConfidence, entry.GetResultList().SetConfidence(cell.integer())),
@@ -35,11 +30,7 @@ const FileHandling::Format& FileHandling::dataResults()
 
 const FileHandling::Format& FileHandling::detectionConventional()
 {
-    static const Format format{{
-        Columns::type(),
-        Columns::comment(),
-        Columns::frequency(),
-        Columns::bandwidth(),
+    static const Format format{suppress().columns + QVector<Column>{
         VELMARA_COLUMN("Level",     AppendLevel,     entry.GetFFM_Settings().SetLevel(cell.number())),
         VELMARA_COLUMN("StartTime", AppendStartTime, entry.GetDetection().SetStartTime(cell.time())),
         VELMARA_COLUMN("StopTime",  AppendStopTime,  readStop(entry, cell)),

@@ -7,12 +7,7 @@ namespace Velmara {
 // clang-format off
 const FileHandling::Format& FileHandling::targetList()
 {
-    static const Format format{{
-        Columns::type(),
-        Columns::comment(),
-        Columns::frequency(),
-        Columns::bandwidth(),
-        Columns::analogDemod(),
+    static const Format format{notePad().columns + QVector<Column>{
         VELMARA_COLUMN          ("Priority",           AppendPriority,           entry.GetProfile_Data().SetPriority(cell.text())),
         VELMARA_UNGUARDED_COLUMN("ProfileID",          AppendProfileId,          entry.GetProfile_Data().SetProfileID(cell.text())),
         VELMARA_UNGUARDED_COLUMN("SignalClass",        AppendSignalClass,        entry.GetProfile_Data().SetSignalClass(cell.text())),

@@ -277,10 +277,15 @@ TEST_F(CsvFormats, TellWhatAnImportMet)
     EXPECT_EQ(reported("Type;Comment;Frequency;IFBandwidth;\n", ListType::Suppress, 0).missingColumns, QStringList());
 
     EXPECT_EQ(place(reported(head + "b;1;2;XX\n", ListType::NotePad, 1).failed), "4 AnalogDemod XX");
+    EXPECT_EQ(place(reported(head + "b;1;2;\n", ListType::NotePad, 1).failed), "4 AnalogDemod ");
     EXPECT_EQ(place(reported(head + ";1;2;AM\n", ListType::NotePad, 1).failed), "4 Type ");
     EXPECT_EQ(place(reported(head + "b;1;2\n", ListType::NotePad, 0).failed), "4  ");
     EXPECT_EQ(place(reported("Type;Frequency\na;1\n", ListType::NotePad, 0).failed), "2  ");
     EXPECT_EQ(reported("Frequency\n1\n", ListType::NotePad, 0).error, "The column 'Type' is missing.");
+    const QByteArray target = "Type;Frequency;IFBandwidth;ProfileID;SignalClass;TransmissionSystem\na;1;2;;;\n";
+    EXPECT_EQ(reported(target, ListType::TargetList, 0).error, "Profile_Data: Please set ProfileName properly.");
+    const QByteArray results = "Type;Frequency;IFBandwidth;LockState\na;1;2;---\na;1;2;lost\n";
+    EXPECT_EQ(reported(results, ListType::DataResults, 1).error, "ResultList: Please set Confidence properly.");
     EXPECT_EQ(place(reported("", ListType::NotePad, 0).failed), "0  ");
 
     EXPECT_EQ(reported(head + "\n\nb;1;2;AM\n", ListType::NotePad, 1).emptyLine, 4);
