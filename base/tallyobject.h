@@ -136,6 +136,10 @@ public:
     /// Passes over the `length` bytes of a field that the object does not know.
     static void skipCurrentElement(QDataStream& stream, int length, int tag);
 
+    /// Appends the object's element in UTF-8 to a document, indented by one blank a level or not at all; false if it
+    /// holds what XML cannot carry. Throws what Check throws.
+    virtual bool AppendXml(QByteArray& document, bool isIndented) const;
+
 protected:
     /// Reads the child element on whose start the reader stands; one left alone has its own children offered next.
     virtual void ProcessXmlStartElement(QXmlStreamReader& reader);

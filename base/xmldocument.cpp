@@ -57,15 +57,14 @@ bool readDocument(ITallyObject& object, QXmlStreamReader& reader, const QString&
         || refuse(object, placeIn(source, reader) + QLatin1String(": ") + reader.errorString(), __LINE__);
 }
 
-bool writeElement(const ITallyObject& object, QXmlStreamWriter& writer, const QString& text)
+bool appendElement(const ITallyObject& object, QByteArray& document, bool isIndented)
 {
-    const int before = text.size();
-    object.GetXml(writer);
-    if (text.size() == before)
+    const int before = document.size();
+    const bool isCarried = object.AppendXml(document, isIndented);
+    if (document.size() == before)
         return refuse(object, object.GetObjectName() + QLatin1String(": Nothing to write."), __LINE__);
-    if (writer.hasError() || !text.isValidUtf16())
-        return refuse(object, object.GetObjectName() + QLatin1String(": A character that XML cannot carry."), __LINE__);
-    return true;
+    return isCarried
+        || refuse(object, object.GetObjectName() + QLatin1String(": A character that XML cannot carry."), __LINE__);
 }
 
 } // namespace
@@ -103,25 +102,31 @@ bool ITallyObject::LoadXml(QFile& file)
     return readDocument(*this, reader, file.fileName());
 }
 
+bool ITallyObject::AppendXml(QByteArray& document, bool isIndented) const
+{
+    QString text; // much faster to write into than a device
+    QXmlStreamWriter writer(&text);
+    writer.setAutoFormatting(isIndented);
+    writer.setAutoFormattingIndent(1);
+    GetXml(writer);
+    document += text.toUtf8();
+    return !writer.hasError() && text.isValidUtf16();
+}
+
 QString ITallyObject::GetXmlString() const
 {
-    QString text;
-    QXmlStreamWriter writer(&text);
-    return writeElement(*this, writer, text) ? text : QString();
+    QByteArray document;
+    return appendElement(*this, document, false) ? QString::fromUtf8(document) : QString();
 }
 
 bool ITallyObject::SaveXml(const QString& path) const
 {
-    // Written into a string, which is much faster than a device; the writer leaves the encoding out for one.
-    QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
-    QXmlStreamWriter writer(&text);
-    writer.setAutoFormatting(true);
-    writer.setAutoFormattingIndent(1);
-    if (!writeElement(*this, writer, text))
+    QByteArray document("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    if (!appendElement(*this, document, true))
         return false;
-    writer.writeEndDocument();
+    document += '\n';
     QString reason;
-    return SaveFile(path, text.toUtf8(), reason) == SaveResult::Saved
+    return SaveFile(path, document, reason) == SaveResult::Saved
         || refuse(*this, path + QLatin1String(": ") + reason, __LINE__);
 }
 

@@ -78,6 +78,21 @@ TYPED_TEST(EveryRecord, TravelsInAllForms)
     }
 }
 
+TYPED_TEST(EveryRecord, WritesTheBytesThatQtWrites)
+{
+    RandomFiller some(3), all(4);
+    all.setEverything();
+    for (int i = 0; i < 10; ++i) {
+        const TypeParam record = i == 0 ? all.make<TypeParam>() : some.make<TypeParam>();
+        for (const bool isIndented : {false, true}) {
+            QByteArray direct("x"), byWriter("x");
+            EXPECT_TRUE(record.AppendXml(direct, isIndented));
+            EXPECT_TRUE(record.ITallyObject::AppendXml(byWriter, isIndented));
+            EXPECT_EQ(direct, byWriter);
+        }
+    }
+}
+
 TYPED_TEST(EveryRecord, CopiesPart)
 {
     const TypeParam record = RandomFiller(1).setEverything().make<TypeParam>();

@@ -169,6 +169,25 @@ TEST(Xml, WritesTheDocumentedForm)
     EXPECT_EQ(std::as_const(read).GetDetail().GetMeasuremetTime(), std::as_const(s).GetDetail().GetMeasuremetTime());
 }
 
+TEST(Xml, TextsAreEscapedAndRefusedAsQtDoes)
+{
+    PointOfInterest point;
+    point.SetValidate(false);
+    QStringList texts{"\U0001F4E1", QString(QChar(0xD83D)), QString(QChar(0xDCE1)) + QChar(0xD83D),
+                      "a" + QString(QChar(0xD83D)), ""};
+    for (int c = 0; c <= 0xffff; c += c < 0x900 || c > 0xfff0 ? 1 : 89)
+        texts += QString("a") + QChar(c) + "b";
+    for (const QString& text : texts) {
+        point.SetDisplayName(text);
+        QByteArray direct, byWriter;
+        const bool isCarried = point.AppendXml(direct, true);
+        ASSERT_EQ(isCarried, point.ITallyObject::AppendXml(byWriter, true)) << text.toUtf8().toHex().toStdString();
+        if (isCarried) {
+            ASSERT_EQ(direct, byWriter);
+        }
+    }
+}
+
 TEST(Xml, ValidationDecidesWhatIsWritten)
 {
     Area empty;

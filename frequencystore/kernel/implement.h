@@ -108,8 +108,16 @@ template <class R> bool Record<R>::prepareNames()
     }                                                                                                                  \
     void R::GetXml(QXmlStreamWriter& writer) const                                                                     \
     {                                                                                                                  \
+        kernel::QtXmlSink sink(writer);                                                                                \
         kernel::Record<R>::verify(*this);                                                                              \
-        kernel::Record<R>::writeXml(*this, writer);                                                                    \
+        kernel::Record<R>::writeXml(*this, sink);                                                                      \
+    }                                                                                                                  \
+    bool R::AppendXml(QByteArray& document, bool isIndented) const                                                     \
+    {                                                                                                                  \
+        kernel::Utf8XmlSink sink(document, isIndented);                                                                \
+        kernel::Record<R>::verify(*this);                                                                              \
+        kernel::Record<R>::writeXml(*this, sink);                                                                      \
+        return sink.isCarried();                                                                                       \
     }                                                                                                                  \
     void R::ProcessXml(QXmlStreamReader& reader)                                                                       \
     {                                                                                                                  \

@@ -108,6 +108,7 @@ template <> inline constexpr bool isField<QVector<double>> = true;
 template <> inline constexpr bool isField<QVector<QString>> = true;
 
 struct Heritage;
+class XmlSink;
 
 /// The operations of a record as a whole. They are instantiated once, in the source file of the record's family.
 /// Those that recurse assume that flag and logger were handed down and, under validation, the tree was checked.
@@ -126,7 +127,7 @@ template <class R> struct Record
     static void check(const R& r, bool flag);
     static bool equal(const R& a, const R& b);
 
-    static void writeXml(const R& r, QXmlStreamWriter& writer);
+    static void writeXml(const R& r, XmlSink& sink);
     static void readXml(R& r, QXmlStreamReader& reader);
     static void readElement(R& r, QXmlStreamReader& reader);
     static bool writeTagged(const R& r, QDataStream& stream, quint32 tag, bool writeTag);

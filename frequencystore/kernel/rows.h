@@ -42,6 +42,8 @@ public:                                                                         
     void SetLogger(std::shared_ptr<TALLYFORM::Logger> logger) const override;                                          \
     /** Writes the element; under validation, throws what Check throws, and nothing at all if HasData() is false. */   \
     void GetXml(QXmlStreamWriter& writer) const override;                                                              \
+    /** Appends the element in UTF-8; false if XML cannot carry it. Throws as GetXml does. */                          \
+    bool AppendXml(QByteArray& document, bool isIndented) const override;                                              \
     /** Reads the element on whose start the reader stands over what the record holds; throws as setters do. */        \
     void ProcessXml(QXmlStreamReader& reader) override;                                                                \
     /** Writes the tagged form, on a device that can seek; false if nothing was written. Throws as GetXml does. */     \

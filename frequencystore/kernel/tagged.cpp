@@ -27,6 +27,11 @@ void closeLength(QDataStream& out, qint64 position)
     patchWord(out, position, quint32(out.device()->pos() - position - 4));
 }
 
+void putBytes(QDataStream& out, QLatin1String ascii)
+{
+    out << (ascii.isNull() ? QByteArray() : QByteArray::fromRawData(ascii.data(), ascii.size()));
+}
+
 void refuseLength(const ITallyObject& self)
 {
     throw TALLYFORM::BinaryParsingException(

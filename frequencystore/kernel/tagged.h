@@ -16,6 +16,10 @@ void patchWord(QDataStream& out, qint64 position, quint32 word);
 /// Patches a reserved length word, whose bytes have been written since.
 void closeLength(QDataStream& out, qint64 position);
 
+/// A text in UTF-8, behind its length.
+inline void putBytes(QDataStream& out, const QString& text) { out << text.toUtf8(); }
+void putBytes(QDataStream& out, QLatin1String ascii);
+
 class TaggedWriter
 {
 public:
@@ -82,7 +86,13 @@ private:
         else if constexpr (std::is_integral_v<T>)
             m_out << qint64(value);
         else
-            m_out << toText(m, value).toUtf8();
+            putText(m, value);
+    }
+
+    template <class T> void putText(const Member& m, const T& value) const
+    {
+        TextBuffer buffer;
+        putBytes(m_out, toText(m, value, buffer));
     }
 
     const RecordData& m_data;

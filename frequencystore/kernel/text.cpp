@@ -7,17 +7,34 @@ using namespace TALLYFORM;
 
 namespace Velmara::kernel {
 
-QString toText(const Member& m, double value)
+namespace {
+
+QLatin1String store(const QString& text, TextBuffer& buffer)
 {
-    const QString text = QString::number(value, 'f', m.precision);
-    return text.size() < m.width ? text.rightJustified(m.width) : text;
+    const QByteArray bytes = text.toLatin1();
+    std::copy_n(bytes.constData(), bytes.size(), buffer.data());
+    return text.isNull() ? QLatin1String() : QLatin1String(buffer.data(), bytes.size());
 }
 
-QString toText(const Member&, int value) { return QString::number(value); }
-QString toText(const Member&, unsigned int value) { return QString::number(value); }
-QString toText(const Member&, quint64 value) { return QString::number(value); }
-QString toText(const Member&, bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
-QString toText(const Member&, const QDateTime& value) { return Converters::ToString(value); }
+} // namespace
+
+QLatin1String toText(const Member& m, double value, TextBuffer& buffer)
+{
+    const QString text = QString::number(value, 'f', m.precision);
+    return store(text.size() < m.width ? text.rightJustified(m.width) : text, buffer);
+}
+
+QLatin1String toText(const Member&, int value, TextBuffer& buffer) { return store(QString::number(value), buffer); }
+QLatin1String toText(const Member&, unsigned int value, TextBuffer& buffer)
+{
+    return store(QString::number(value), buffer);
+}
+QLatin1String toText(const Member&, quint64 value, TextBuffer& buffer) { return store(QString::number(value), buffer); }
+QLatin1String toText(const Member&, bool value, TextBuffer&) { return QLatin1String(value ? "true" : "false"); }
+QLatin1String toText(const Member&, const QDateTime& value, TextBuffer& buffer)
+{
+    return store(Converters::ToString(value), buffer);
+}
 
 void parse(const ITallyObject&, const Member&, const QString& text, double& value) { value = text.toDouble(); }
 void parse(const ITallyObject&, const Member&, const QString& text, int& value) { value = text.toInt(); }

@@ -4,16 +4,22 @@
 
 #include "frequencystore/kernel/access.h"
 
+#include <array>
+
 namespace Velmara::kernel {
 
-QString toText(const Member& m, double value);
-QString toText(const Member& m, int value);
-QString toText(const Member& m, unsigned int value);
-QString toText(const Member& m, quint64 value);
-QString toText(const Member& m, bool value);
-QString toText(const Member& m, const QDateTime& value);
-inline QString toText(const Member&, const QString& value) { return value; }
-template <IsEnum E> QString toText(const Member& m, E value) { return m.nameAt(int(value)); }
+/// Room for the text of a number: the largest double has 309 digits ahead of its decimals.
+using TextBuffer = std::array<char, 352>;
+
+/// The text of a value. What is made of a number is ASCII in the buffer; null for a date-time that has no text.
+QLatin1String toText(const Member& m, double value, TextBuffer& buffer);
+QLatin1String toText(const Member& m, int value, TextBuffer& buffer);
+QLatin1String toText(const Member& m, unsigned int value, TextBuffer& buffer);
+QLatin1String toText(const Member& m, quint64 value, TextBuffer& buffer);
+QLatin1String toText(const Member& m, bool value, TextBuffer& buffer);
+QLatin1String toText(const Member& m, const QDateTime& value, TextBuffer& buffer);
+inline const QString& toText(const Member&, const QString& value, TextBuffer&) { return value; }
+template <IsEnum E> QString toText(const Member& m, E value, TextBuffer&) { return m.nameAt(int(value)); }
 
 /// A text that is no number gives 0.
 void parse(const ITallyObject& self, const Member& m, const QString& text, double& value);

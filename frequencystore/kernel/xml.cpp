@@ -6,15 +6,6 @@ using namespace TALLYFORM;
 
 namespace Velmara::kernel {
 
-void XmlWriter::put(const Member& m, const QString& text) const
-{
-    switch (m.form) {
-    case Member::Form::Element: m_out.writeTextElement(m.name, text); break;
-    case Member::Form::Attribute: m_out.writeAttribute(m.name, text); break;
-    case Member::Form::Content: m_out.writeCharacters(text); break;
-    }
-}
-
 void XmlWriter::demandContent(const Member& m, const ITallyObject& child) const
 {
     if (m_self.GetValidate() && !child.HasData())

@@ -4,23 +4,22 @@
 
 #include "frequencystore/kernel/lifecycle.h"
 #include "frequencystore/kernel/text.h"
+#include "frequencystore/kernel/xmlsink.h"
 
 #include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 
 namespace Velmara::kernel {
 
 class XmlWriter
 {
 public:
-    XmlWriter(const ITallyObject& self, const RecordData& data, QXmlStreamWriter& out)
-        : m_self(self), m_data(data), m_out(out)
+    XmlWriter(const ITallyObject& self, const RecordData& data, XmlSink& out) : m_self(self), m_data(data), m_out(out)
     {}
 
     template <IsValue T> void operator()(const Member& m, const T& value) const
     {
         if (isWritten<T>(m_data, m))
-            put(m, toText(m, value));
+            put(m, value);
     }
 
     template <IsRecord T> void operator()(const Member& m, const T& child) const
@@ -30,9 +29,8 @@ public:
         if (!isWritten<T>(m_data, m))
             return;
         if (m.isAlternative())
-            child.GetXml(m_out); // checks it, which its parent's Check has not done
-        else
-            Record<T>::writeXml(child, m_out);
+            Record<T>::verify(child); // which its parent's Check has not done
+        Record<T>::writeXml(child, m_out);
     }
 
     template <IsRecord T> void operator()(const Member& m, const QVector<T>& list) const
@@ -40,27 +38,32 @@ public:
         for (const T& item : list) {
             if (m.isMandatory())
                 demandContent(m, item);
-            if (m_data.isSet(m))
-                Record<T>::writeXml(item, m_out);
-            else if (!m.isMandatory())
-                item.GetXml(m_out); // checks it, which the Check of a record without the list has not done
+            if (!m_data.isSet(m) && m.isMandatory())
+                continue;
+            if (!m_data.isSet(m))
+                Record<T>::verify(item); // which the Check of a record without the list has not done
+            Record<T>::writeXml(item, m_out);
         }
     }
 
     template <IsValue T> void operator()(const Member& m, const QVector<T>& list) const
     {
         for (const T& item : list)
-            put(m, toText(m, item));
+            put(m, item);
     }
 
 private:
-    void put(const Member& m, const QString& text) const;
+    template <class T> void put(const Member& m, const T& value) const
+    {
+        TextBuffer buffer;
+        m_out.put(m, toText(m, value, buffer));
+    }
     /// Throws IncompleteDefinitionException for mandatory content that has no data, under validation.
     void demandContent(const Member& m, const ITallyObject& child) const;
 
     const ITallyObject& m_self;
     const RecordData& m_data;
-    QXmlStreamWriter& m_out;
+    XmlSink& m_out;
 };
 
 class XmlReader
@@ -111,19 +114,20 @@ struct IsNamed
 /// Passes over the element that the reader stands on, up to the next token of its name.
 void skipElement(QXmlStreamReader& reader);
 
-template <class R> void Record<R>::writeXml(const R& r, QXmlStreamWriter& writer)
+template <class R> void Record<R>::writeXml(const R& r, XmlSink& sink)
 {
     if (r.GetValidate() && !hasData(r))
         return;
     const auto& data = layout(r);
-    const XmlWriter members(r, data, writer);
-    writer.writeStartElement(r.GetObjectName());
+    const XmlWriter members(r, data, sink);
     if constexpr (IsVersioned<R>)
-        writer.writeAttribute(QStringLiteral("Version"), R::schemaVersion());
+        sink.startElement(r.GetObjectName(), R::schemaVersion());
+    else
+        sink.startElement(r.GetObjectName(), QString());
     visit<attributes>(data, members);
     visit<elements>(data, members);
     visit<contents>(data, members);
-    writer.writeEndElement();
+    sink.endElement(r.GetObjectName());
 }
 
 template <class R> void readAttributes(R& r, const QXmlStreamAttributes& given)

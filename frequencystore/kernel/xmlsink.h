@@ -1,0 +1,75 @@
+#pragma once
+
+/// Where the XML form of a record goes: to a QXmlStreamWriter or, several times as fast, into bytes.
+
+#include "frequencystore/kernel/member.h"
+
+class QXmlStreamWriter;
+
+namespace Velmara::kernel {
+
+class XmlSink
+{
+public:
+    virtual ~XmlSink();
+
+    /// A null version is none.
+    virtual void startElement(const QString& name, const QString& version) = 0;
+    virtual void endElement(const QString& name) = 0;
+    /// Writes a value in the form of its member: an element, an attribute or the content.
+    virtual void put(const Member& m, const QString& text) = 0;
+    /// The same for ASCII that needs no escape.
+    virtual void put(const Member& m, QLatin1String text) = 0;
+};
+
+class QtXmlSink final : public XmlSink
+{
+public:
+    explicit QtXmlSink(QXmlStreamWriter& writer) : m_writer(writer) {}
+
+    void startElement(const QString& name, const QString& version) override;
+    void endElement(const QString& name) override;
+    void put(const Member& m, const QString& text) override;
+    void put(const Member& m, QLatin1String text) override;
+
+private:
+    QXmlStreamWriter& m_writer;
+};
+
+/// Appends the very bytes that a QXmlStreamWriter would write, indented by one blank a level or not at all.
+class Utf8XmlSink final : public XmlSink
+{
+public:
+    Utf8XmlSink(QByteArray& out, bool isIndented);
+    ~Utf8XmlSink() override;
+
+    void startElement(const QString& name, const QString& version) override;
+    void endElement(const QString& name) override;
+    void put(const Member& m, const QString& text) override;
+    void put(const Member& m, QLatin1String text) override;
+
+    /// Whether all texts so far held only what XML can carry.
+    bool isCarried() const { return m_isCarried; }
+
+private:
+    /// What stands before the next token, seen from the last one.
+    enum class State { InStartTag, BehindContent, BehindElement };
+
+    char* room(int size);
+    void append(QLatin1String text);
+    void append(char c);
+    void appendIndent();
+    void appendEscaped(const QString& text, bool isAttribute);
+    void appendCodePoint(char32_t c);
+    void closeStartTag();
+    template <class AppendText> void putText(const Member& m, AppendText appendText);
+
+    QByteArray& m_out;
+    int m_size;
+    int m_depth = 0;
+    bool m_isIndented;
+    bool m_isCarried = true;
+    State m_state = State::BehindElement;
+};
+
+} // namespace Velmara::kernel
