@@ -37,7 +37,12 @@ void ITallyObject::ProcessXml(QXmlStreamReader& reader)
 
 void ITallyObject::ProcessXmlStartElement(QXmlStreamReader&) {}
 
-QString ITallyObject::GetTextValue(QXmlStreamReader& reader) const { return ElementText(reader); }
+QString ITallyObject::GetTextValue(QXmlStreamReader& reader) const
+{
+    ElementText text;
+    const QStringView view = ReadElementText(reader, text);
+    return QString(view.data(), int(view.size()));
+}
 
 void ITallyObject::skipCurrentElement(QDataStream& stream, int length, int)
 {
@@ -45,18 +50,18 @@ void ITallyObject::skipCurrentElement(QDataStream& stream, int length, int)
         stream.skipRawData(length);
 }
 
-QString ElementText(QXmlStreamReader& reader)
+QStringView ReadElementText(QXmlStreamReader& reader, ElementText& text)
 {
-    QString text = QStringLiteral("");
+    text.clear();
     for (int depth = 1; depth > 0 && !reader.atEnd();) { // a loop, since documents may nest deeper than the stack
         switch (reader.readNext()) {
         case QXmlStreamReader::StartElement: ++depth; break;
         case QXmlStreamReader::EndElement: --depth; break;
-        case QXmlStreamReader::Characters: text += reader.text(); break;
+        case QXmlStreamReader::Characters: text.append(reader.text().data(), reader.text().size()); break;
         default: break;
         }
     }
-    return text;
+    return QStringView(text.constData(), text.size());
 }
 
 } // namespace TALLYFORM

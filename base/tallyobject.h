@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QVarLengthArray>
 
 #include <cmath>
 #include <limits>
@@ -144,7 +145,7 @@ protected:
     /// Reads the child element on whose start the reader stands; one left alone has its own children offered next.
     virtual void ProcessXmlStartElement(QXmlStreamReader& reader);
 
-    /// The text of the current element, see ElementText.
+    /// The text of the current element, see ReadElementText; never null.
     QString GetTextValue(QXmlStreamReader& reader) const;
 
     /// Tells objects of different classes apart; its low 32 bits are the tag of the representation.
@@ -159,8 +160,11 @@ private:
     mutable bool m_validate = true;
 };
 
-/// The text of the element on whose start the reader stands and of all elements inside it, never null; leaves the
-/// reader on the element's end.
-TALLYBASE_EXPORT QString ElementText(QXmlStreamReader& reader);
+/// Room for the text of most elements, without a string on the heap.
+using ElementText = QVarLengthArray<QChar, 256>;
+
+/// Reads the text of the element on whose start the reader stands and of all elements inside it, and gives a view of
+/// it; leaves the reader on the element's end.
+TALLYBASE_EXPORT QStringView ReadElementText(QXmlStreamReader& reader, ElementText& text);
 
 } // namespace TALLYFORM

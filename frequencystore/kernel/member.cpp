@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+#include <algorithm>
+
 namespace Velmara::kernel {
 
 QString Member::field() const { return QStringLiteral("m_") + QChar(name.front()).toLower() + name.mid(1); }
@@ -12,6 +14,13 @@ QStringList splitNames(const char* labels)
     if (text.contains(QLatin1Char('|')))
         return text.split(QLatin1Char('|'));
     return text.simplified().split(QStringLiteral(", "));
+}
+
+int Member::valueOf(QStringView text) const
+{
+    const QStringList& list = names();
+    const auto name = std::find(list.begin(), list.end(), text);
+    return name == list.end() ? -1 : int(name - list.begin());
 }
 
 QStringList translated(const QStringList& names)

@@ -145,8 +145,8 @@ struct Member
     }
 
     QString nameAt(int value) const { return names().value(value); }
-    int valueOf(const QString& text) const { return names().indexOf(text); }
-    QString field() const; ///< "m_latitude", as messages show it
+    VELMARA_EXPORT int valueOf(QStringView text) const; ///< the place of a name, -1 for an unknown one
+    QString field() const;                              ///< "m_latitude", as messages show it
 };
 
 /// A group of members of which one at a time is the chosen one.

@@ -9,7 +9,7 @@ namespace Velmara::kernel {
 
 namespace {
 
-QLatin1String store(const QString& text, TextBuffer& buffer)
+QLatin1String store(QStringView text, TextBuffer& buffer)
 {
     const QByteArray bytes = text.toLatin1();
     std::copy_n(bytes.constData(), bytes.size(), buffer.data());
@@ -36,34 +36,34 @@ QLatin1String toText(const Member&, const QDateTime& value, TextBuffer& buffer)
     return store(Converters::ToString(value), buffer);
 }
 
-void parse(const ITallyObject&, const Member&, const QString& text, double& value) { value = text.toDouble(); }
-void parse(const ITallyObject&, const Member&, const QString& text, int& value) { value = text.toInt(); }
+void parse(const ITallyObject&, const Member&, QStringView text, double& value) { value = text.toString().toDouble(); }
+void parse(const ITallyObject&, const Member&, QStringView text, int& value) { value = text.toString().toInt(); }
 
 /// Negative texts and those beyond an int behave as in a signed member, for the same documents were written by those.
-void parse(const ITallyObject&, const Member&, const QString& text, unsigned int& value)
+void parse(const ITallyObject&, const Member&, QStringView text, unsigned int& value)
 {
-    value = static_cast<unsigned int>(text.toInt());
+    value = static_cast<unsigned int>(text.toString().toInt());
 }
 
-void parse(const ITallyObject&, const Member&, const QString& text, quint64& value)
+void parse(const ITallyObject&, const Member&, QStringView text, quint64& value)
 {
-    value = static_cast<quint64>(text.toLongLong());
+    value = static_cast<quint64>(text.toString().toLongLong());
 }
 
-void parse(const ITallyObject&, const Member&, const QString& text, QDateTime& value)
+void parse(const ITallyObject&, const Member&, QStringView text, QDateTime& value)
 {
-    value = Converters::ToDateTime(text);
+    value = Converters::ToDateTime(text.toString());
 }
 
-void parse(const ITallyObject&, const Member&, const QString& text, QString& value)
+void parse(const ITallyObject&, const Member&, QStringView text, QString& value)
 {
-    value = text.isNull() ? QLatin1String("") : text;
+    value = text.isEmpty() ? QLatin1String("") : text.toString();
 }
 
-void parse(const ITallyObject& self, const Member& m, const QString& text, bool& value)
+void parse(const ITallyObject& self, const Member& m, QStringView text, bool& value)
 {
     if (!text.isEmpty()) {
-        value = text != QLatin1String("0") && text.toLower() != QLatin1String("false");
+        value = text != QLatin1String("0") && text.toString().toLower() != QLatin1String("false");
         return;
     }
     if (m.blank == Member::Blank::Refused && self.GetValidate())

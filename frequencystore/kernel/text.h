@@ -22,23 +22,23 @@ inline const QString& toText(const Member&, const QString& value, TextBuffer&) {
 template <IsEnum E> QString toText(const Member& m, E value, TextBuffer&) { return m.nameAt(int(value)); }
 
 /// A text that is no number gives 0.
-void parse(const ITallyObject& self, const Member& m, const QString& text, double& value);
-void parse(const ITallyObject& self, const Member& m, const QString& text, int& value);
-void parse(const ITallyObject& self, const Member& m, const QString& text, unsigned int& value);
-void parse(const ITallyObject& self, const Member& m, const QString& text, quint64& value);
+void parse(const ITallyObject& self, const Member& m, QStringView text, double& value);
+void parse(const ITallyObject& self, const Member& m, QStringView text, int& value);
+void parse(const ITallyObject& self, const Member& m, QStringView text, unsigned int& value);
+void parse(const ITallyObject& self, const Member& m, QStringView text, quint64& value);
 /// Throws InvalidXmlException for an empty text that has no meaning to the member, under validation.
-void parse(const ITallyObject& self, const Member& m, const QString& text, bool& value);
-void parse(const ITallyObject& self, const Member& m, const QString& text, QDateTime& value);
+void parse(const ITallyObject& self, const Member& m, QStringView text, bool& value);
+void parse(const ITallyObject& self, const Member& m, QStringView text, QDateTime& value);
 /// A member that stands in the input has a value: an empty text is never null.
-void parse(const ITallyObject& self, const Member& m, const QString& text, QString& value);
-template <IsEnum E> void parse(const ITallyObject&, const Member& m, const QString& text, E& value)
+void parse(const ITallyObject& self, const Member& m, QStringView text, QString& value);
+template <IsEnum E> void parse(const ITallyObject&, const Member& m, QStringView text, E& value)
 {
     value = E(m.valueOf(text));
 }
 
 /// Reads a member from its text, with the validation of its setter.
 template <IsValue T>
-void assignText(const ITallyObject& self, RecordData& data, const Member& m, T& field, const QString& text)
+void assignText(const ITallyObject& self, RecordData& data, const Member& m, T& field, QStringView text)
 {
     T value;
     parse(self, m, text, value);

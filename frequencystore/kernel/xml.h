@@ -10,6 +10,9 @@
 
 namespace Velmara::kernel {
 
+using TALLYFORM::ElementText;
+using TALLYFORM::ReadElementText;
+
 class XmlWriter
 {
 public:
@@ -74,7 +77,8 @@ public:
 
     template <IsValue T> void operator()(const Member& m, T& field) const
     {
-        assignText(m_self, m_data, m, field, TALLYFORM::ElementText(m_in));
+        ElementText text;
+        assignText(m_self, m_data, m, field, ReadElementText(m_in, text));
     }
 
     template <IsRecord T> void operator()(const Member& m, T& child) const
@@ -88,10 +92,12 @@ public:
     template <class T> void operator()(const Member& m, QVector<T>& list) const
     {
         grow(m_self, m_data, m, list, [&](T& item) {
-            if constexpr (IsRecord<T>)
+            if constexpr (IsRecord<T>) {
                 Record<T>::readXml(item, m_in);
-            else
-                parse(m_self, m, TALLYFORM::ElementText(m_in), item);
+            } else {
+                ElementText text;
+                parse(m_self, m, ReadElementText(m_in, text), item);
+            }
         });
     }
 
@@ -135,7 +141,7 @@ template <class R> void readAttributes(R& r, const QXmlStreamAttributes& given)
     auto& data = Record<R>::layout(r);
     visit<attributes>(data, [&]<IsValue T>(const Member& m, T& field) {
         if (given.hasAttribute(m.name))
-            assignText(r, data, m, field, given.value(m.name).toString());
+            assignText(r, data, m, field, given.value(m.name));
     });
 }
 

@@ -67,16 +67,21 @@ TEST(ElementTextTest, JoinsAllTextAndEndsOnTheElementsEnd)
 {
     QXmlStreamReader reader(QString::fromUtf8("<T>a<b>b<T>c</T></b><![CDATA[<d>]]><!-- no --><e/></T>"));
     ASSERT_TRUE(reader.readNextStartElement());
-    EXPECT_EQ(ElementText(reader), QStringLiteral("abc<d>"));
+    ElementText text;
+    EXPECT_EQ(ReadElementText(reader, text).toString(), QStringLiteral("abc<d>"));
     EXPECT_TRUE(reader.isEndElement());
     EXPECT_EQ(reader.readNext(), QXmlStreamReader::EndDocument);
 }
 
 TEST(ElementTextTest, AnEmptyElementHasAnEmptyTextThatIsNotNull)
 {
+    struct Reader : Note
+    {
+        using Note::GetTextValue;
+    };
     QXmlStreamReader reader(QString::fromUtf8("<T/>"));
     ASSERT_TRUE(reader.readNextStartElement());
-    const QString text = ElementText(reader);
+    const QString text = Reader().GetTextValue(reader);
     EXPECT_TRUE(text.isEmpty());
     EXPECT_FALSE(text.isNull());
 }
