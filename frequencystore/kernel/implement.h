@@ -128,20 +128,25 @@ template <class R> bool Record<R>::prepareNames()
     bool R::GetBinary(QDataStream& stream, int tag, bool writeTag) const                                               \
     {                                                                                                                  \
         kernel::Record<R>::verify(*this);                                                                              \
-        return stream.device() && kernel::Record<R>::writeTagged(*this, stream, quint32(tag), writeTag);               \
+        kernel::ByteSink out(stream);                                                                                  \
+        return kernel::Record<R>::writeTagged(*this, out, quint32(tag), writeTag) && out.flush();                      \
     }                                                                                                                  \
     void R::SetBinary(QDataStream& stream, int length)                                                                 \
     {                                                                                                                  \
         kernel::Record<R>::propagate(*this);                                                                           \
-        kernel::Record<R>::readTagged(*this, stream, length);                                                          \
+        kernel::ByteSource in(stream);                                                                                 \
+        kernel::Record<R>::readTagged(*this, in, length);                                                              \
     }                                                                                                                  \
     void R::GetVersionSpecificBinaryWithoutValidation(QDataStream& stream) const                                       \
     {                                                                                                                  \
-        kernel::Record<R>::writePacked(*this, stream);                                                                 \
+        kernel::ByteSink out(stream);                                                                                  \
+        kernel::Record<R>::writePacked(*this, out);                                                                    \
+        out.flush();                                                                                                   \
     }                                                                                                                  \
     void R::SetVersionSpecificBinaryWithoutValidation(QDataStream& stream)                                             \
     {                                                                                                                  \
-        kernel::Record<R>::readPacked(*this, stream);                                                                  \
+        kernel::ByteSource in(stream);                                                                                 \
+        kernel::Record<R>::readPacked(*this, in);                                                                      \
     }                                                                                                                  \
     namespace {                                                                                                        \
     const bool areNamesOf##R##Ready = kernel::Record<R>::prepareNames();                                               \

@@ -10,7 +10,7 @@ namespace Velmara::kernel {
 namespace {
 
 /// A zone as QTimeZone writes it: its name or, behind a mark, all that it is made of.
-QDateTime inZone(QDataStream& in, QDate date, QTime clock)
+QDateTime inZone(ByteSource& in, QDate date, QTime clock)
 {
     QString name;
     in >> name;
@@ -26,17 +26,23 @@ QDateTime inZone(QDataStream& in, QDate date, QTime clock)
 
 } // namespace
 
-void putPacked(QDataStream& out, const QDateTime& time)
+void putPacked(ByteSink& out, const QDateTime& time)
 {
     out << (time.timeSpec() == Qt::TimeZone && !time.timeZone().isValid() ? QDateTime() : time);
 }
 
-void getPacked(QDataStream& in, QDateTime& time)
+void getPacked(ByteSource& in, QDateTime& time)
 {
-    QDate date;
-    QTime clock;
+    if (in.version() < QDataStream::Qt_5_2) { // knows no zones
+        in >> time;
+        return;
+    }
+    qint64 day = 0;
+    quint32 milliseconds = 0;
     qint8 spec = Qt::LocalTime;
-    in >> date >> clock >> spec;
+    in >> day >> milliseconds >> spec;
+    const QDate date = QDate::fromJulianDay(day);
+    const QTime clock = QTime::fromMSecsSinceStartOfDay(int(milliseconds));
     switch (spec) {
     case Qt::LocalTime:
     case Qt::UTC: time = QDateTime(date, clock, Qt::TimeSpec(spec)); break;
@@ -51,24 +57,28 @@ void getPacked(QDataStream& in, QDateTime& time)
     }
 }
 
-void putBits(QDataStream& out, quint64 bits, int count)
+void putBits(ByteSink& out, quint64 bits, int count)
 {
     const quint64 bytes = qToLittleEndian(bits);
-    out.writeRawData(reinterpret_cast<const char*>(&bytes), (count + 7) / 8);
+    out.append(reinterpret_cast<const char*>(&bytes), (count + 7) / 8);
 }
 
-quint64 getBits(QDataStream& in, int count)
+quint64 getBits(ByteSource& in, int count)
 {
-    quint64 bytes = 0;
-    in.readRawData(reinterpret_cast<char*>(&bytes), (count + 7) / 8);
-    return qFromLittleEndian(bytes) & ((quint64(1) << count) - 1);
+    quint64 bits = 0;
+    for (int i = 0; i < count; i += 8) {
+        quint8 byte = 0;
+        in >> byte;
+        bits |= quint64(byte) << i;
+    }
+    return bits & ((quint64(1) << count) - 1);
 }
 
-QString getVersion(const ITallyObject& self, QDataStream& in, const QString& expected)
+QString getVersion(const ITallyObject& self, ByteSource& in, const QString& expected)
 {
     QString version;
     in >> version;
-    if (version != expected && in.status() == QDataStream::Ok)
+    if (version != expected && in.isOk())
         throw TALLYFORM::BinaryParsingException(
             QStringLiteral("%1: the packed stream has schema version '%2', only '%3' can be read.")
                 .arg(self.GetObjectName(), version, expected));

@@ -2,8 +2,8 @@
 
 /// The packed binary form: presence bytes, then bare values in the order of the bits. Nothing is validated but items.
 
+#include "frequencystore/kernel/bytes.h"
 #include "frequencystore/kernel/lifecycle.h"
-#include "frequencystore/kernel/stream.h"
 #include "frequencystore/kernel/text.h"
 
 namespace Velmara::kernel {
@@ -22,10 +22,10 @@ template <class T> using Packed = typename decltype(packedTypeOf<T>())::type;
 
 /// As QDataStream does, but a time zone that the system does not know makes the date-time null: Qt could not write it
 /// again, and would open whatever file its name leads to.
-void putPacked(QDataStream& out, const QDateTime& time);
-void getPacked(QDataStream& in, QDateTime& time);
+void putPacked(ByteSink& out, const QDateTime& time);
+void getPacked(ByteSource& in, QDateTime& time);
 
-template <class T> void putPacked(QDataStream& out, const T& value)
+template <class T> void putPacked(ByteSink& out, const T& value)
 {
     if constexpr (IsRecord<T>)
         Record<T>::writePacked(value, out);
@@ -33,7 +33,7 @@ template <class T> void putPacked(QDataStream& out, const T& value)
         out << static_cast<Packed<T>>(value);
 }
 
-template <class T> void getPacked(QDataStream& in, T& value)
+template <class T> void getPacked(ByteSource& in, T& value)
 {
     if constexpr (IsRecord<T>) {
         Record<T>::readPacked(value, in);
@@ -52,7 +52,7 @@ inline bool areItemsWritten(const RecordData& data, const Member& m) { return !m
 class PackedWriter
 {
 public:
-    PackedWriter(const RecordData& data, QDataStream& out) : m_data(data), m_out(out) {}
+    PackedWriter(const RecordData& data, ByteSink& out) : m_data(data), m_out(out) {}
 
     template <class T> void operator()(const Member& m, const T& value) const
     {
@@ -74,13 +74,13 @@ public:
 
 private:
     const RecordData& m_data;
-    QDataStream& m_out;
+    ByteSink& m_out;
 };
 
 class PackedReader
 {
 public:
-    PackedReader(const ITallyObject& self, RecordData& data, QDataStream& in) : m_self(self), m_data(data), m_in(in) {}
+    PackedReader(const ITallyObject& self, RecordData& data, ByteSource& in) : m_self(self), m_data(data), m_in(in) {}
 
     template <class T> void operator()(const Member& m, T& field) const
     {
@@ -97,40 +97,40 @@ public:
         if (areItemsWritten(m_data, m))
             readItems(m_in, list, [&] { grow(m_self, m_data, m, list, [&](T& item) { getPacked(m_in, item); }); });
         else
-            m_in.skipRawData(sizeof(qint32));
+            m_in.skip(sizeof(qint32));
     }
 
 private:
     const ITallyObject& m_self;
     RecordData& m_data;
-    QDataStream& m_in;
+    ByteSource& m_in;
 };
 
 /// The presence bits as bytes, the lowest bit first.
-void putBits(QDataStream& out, quint64 bits, int count);
-quint64 getBits(QDataStream& in, int count);
+void putBits(ByteSink& out, quint64 bits, int count);
+quint64 getBits(ByteSource& in, int count);
 
 /// Reads a schema version; throws BinaryParsingException for another than that of this code, unless the stream ended.
-QString getVersion(const ITallyObject& self, QDataStream& in, const QString& expected);
+QString getVersion(const ITallyObject& self, ByteSource& in, const QString& expected);
 
-template <class R> void Record<R>::writePacked(const R& r, QDataStream& stream)
+template <class R> void Record<R>::writePacked(const R& r, ByteSink& out)
 {
     const auto& data = layout(r);
-    putBits(stream, data.bits, data.count);
+    putBits(out, data.bits, data.count);
     if constexpr (IsVersioned<R>)
-        stream << R::schemaVersion();
-    visit(data, PackedWriter(data, stream));
+        out << R::schemaVersion();
+    visit(data, PackedWriter(data, out));
 }
 
-template <class R> void Record<R>::readPacked(R& r, QDataStream& stream)
+template <class R> void Record<R>::readPacked(R& r, ByteSource& in)
 {
     auto& data = layout(r);
-    data.bits = getBits(stream, data.count);
+    data.bits = getBits(in, data.count);
     if constexpr (IsVersioned<R>) {
-        data.versionLoaded = getVersion(r, stream, R::schemaVersion());
+        data.versionLoaded = getVersion(r, in, R::schemaVersion());
         upgrade(r);
     }
-    visit(data, PackedReader(r, data, stream));
+    visit(data, PackedReader(r, data, in));
 }
 
 } // namespace Velmara::kernel

@@ -108,6 +108,8 @@ template <> inline constexpr bool isField<QVector<double>> = true;
 template <> inline constexpr bool isField<QVector<QString>> = true;
 
 struct Heritage;
+class ByteSink;
+class ByteSource;
 class XmlSink;
 
 /// The operations of a record as a whole. They are instantiated once, in the source file of the record's family.
@@ -130,10 +132,10 @@ template <class R> struct Record
     static void writeXml(const R& r, XmlSink& sink);
     static void readXml(R& r, QXmlStreamReader& reader);
     static void readElement(R& r, QXmlStreamReader& reader);
-    static bool writeTagged(const R& r, QDataStream& stream, quint32 tag, bool writeTag);
-    static void readTagged(R& r, QDataStream& stream, int length);
-    static void writePacked(const R& r, QDataStream& stream);
-    static void readPacked(R& r, QDataStream& stream);
+    static bool writeTagged(const R& r, ByteSink& out, quint32 tag, bool writeTag);
+    static void readTagged(R& r, ByteSource& in, int length);
+    static void writePacked(const R& r, ByteSink& out);
+    static void readPacked(R& r, ByteSource& in);
 
     /// Builds the name lists of the enumerations.
     static bool prepareNames();

@@ -2,32 +2,18 @@
 
 #include "base/exceptions.h"
 
-#include <QIODevice>
-
 namespace Velmara::kernel {
 
-qint64 reserveWord(QDataStream& out)
+int reserveWord(ByteSink& out)
 {
-    const qint64 position = out.device()->pos();
+    const int position = out.position();
     out << quint32(0);
     return position;
 }
 
-void patchWord(QDataStream& out, qint64 position, quint32 word)
-{
-    QIODevice& device = *out.device();
-    const qint64 end = device.pos();
-    device.seek(position);
-    out << word;
-    device.seek(end);
-}
+void closeLength(ByteSink& out, int position) { out.patch(position, quint32(out.position() - position - 4)); }
 
-void closeLength(QDataStream& out, qint64 position)
-{
-    patchWord(out, position, quint32(out.device()->pos() - position - 4));
-}
-
-void putBytes(QDataStream& out, QLatin1String ascii)
+void putBytes(ByteSink& out, QLatin1String ascii)
 {
     out << (ascii.isNull() ? QByteArray() : QByteArray::fromRawData(ascii.data(), ascii.size()));
 }

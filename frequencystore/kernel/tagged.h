@@ -2,28 +2,27 @@
 
 /// The tagged binary form: nested fields of tag, length and value.
 
+#include "frequencystore/kernel/bytes.h"
 #include "frequencystore/kernel/lifecycle.h"
-#include "frequencystore/kernel/stream.h"
 #include "frequencystore/kernel/text.h"
 
 namespace Velmara::kernel {
 
 constexpr quint32 versionTag = 0xCCFEDFA1;
 
-/// Writes a word that is not known yet; gives its position, for patchWord.
-qint64 reserveWord(QDataStream& out);
-void patchWord(QDataStream& out, qint64 position, quint32 word);
+/// Writes a word that is not known yet; gives its position, to patch it.
+int reserveWord(ByteSink& out);
 /// Patches a reserved length word, whose bytes have been written since.
-void closeLength(QDataStream& out, qint64 position);
+void closeLength(ByteSink& out, int position);
 
 /// A text in UTF-8, behind its length.
-inline void putBytes(QDataStream& out, const QString& text) { out << text.toUtf8(); }
-void putBytes(QDataStream& out, QLatin1String ascii);
+inline void putBytes(ByteSink& out, const QString& text) { out << text.toUtf8(); }
+void putBytes(ByteSink& out, QLatin1String ascii);
 
 class TaggedWriter
 {
 public:
-    TaggedWriter(const RecordData& data, QDataStream& out) : m_data(data), m_out(out) {}
+    TaggedWriter(const RecordData& data, ByteSink& out) : m_data(data), m_out(out) {}
 
     template <IsValue T> void operator()(const Member& m, const T& value) const
     {
@@ -38,9 +37,8 @@ public:
         if (!isWritten<T>(m_data, m))
             return;
         if (m.isAlternative())
-            child.GetBinary(m_out, int(m.tag), true); // checks it, which its parent's Check has not done
-        else
-            Record<T>::writeTagged(child, m_out, m.tag, true);
+            Record<T>::verify(child); // which its parent's Check has not done
+        Record<T>::writeTagged(child, m_out, m.tag, true);
     }
 
     template <class T> void operator()(const Member& m, const QVector<T>& list) const
@@ -48,9 +46,9 @@ public:
         if (!m.isMandatory() && list.isEmpty())
             return;
         m_out << m.tag;
-        const qint64 length = reserveWord(m_out);
-        const qint64 count = reserveWord(m_out);
-        patchWord(m_out, count, putItems(m, list));
+        const int length = reserveWord(m_out);
+        const int count = reserveWord(m_out);
+        m_out.patch(count, quint32(putItems(m, list)));
         closeLength(m_out, length);
     }
 
@@ -61,9 +59,11 @@ private:
         if (m.isMandatory() && !m_data.isSet(m))
             return 0;
         int count = 0;
-        for (const T& item : list)
-            count += m_data.isSet(m) ? Record<T>::writeTagged(item, m_out, m.tag, false)
-                                     : item.GetBinary(m_out, int(m.tag), false); // checks it first
+        for (const T& item : list) {
+            if (!m_data.isSet(m))
+                Record<T>::verify(item); // which the Check of a record without the list has not done
+            count += Record<T>::writeTagged(item, m_out, m.tag, false);
+        }
         return count;
     }
     template <IsValue T> int putItems(const Member& m, const QVector<T>& list) const
@@ -75,7 +75,7 @@ private:
 
     template <class T> void putSized(const Member& m, const T& value) const
     {
-        const qint64 length = reserveWord(m_out);
+        const int length = reserveWord(m_out);
         put(m, value);
         closeLength(m_out, length);
     }
@@ -96,13 +96,13 @@ private:
     }
 
     const RecordData& m_data;
-    QDataStream& m_out;
+    ByteSink& m_out;
 };
 
 class TaggedReader
 {
 public:
-    TaggedReader(const ITallyObject& self, RecordData& data, QDataStream& in, int length)
+    TaggedReader(const ITallyObject& self, RecordData& data, ByteSource& in, int length)
         : m_self(self), m_data(data), m_in(in), m_length(length)
     {}
 
@@ -153,59 +153,59 @@ private:
 
     const ITallyObject& m_self;
     RecordData& m_data;
-    QDataStream& m_in;
+    ByteSource& m_in;
     int m_length;
 };
 
 [[noreturn]] void refuseLength(const ITallyObject& self);
 
-template <class R> bool Record<R>::writeTagged(const R& r, QDataStream& stream, quint32 tag, bool writeTag)
+template <class R> bool Record<R>::writeTagged(const R& r, ByteSink& out, quint32 tag, bool writeTag)
 {
     if (r.GetValidate() && !hasData(r))
         return false;
     const auto& data = layout(r);
     if (writeTag)
-        stream << tag;
-    const qint64 length = reserveWord(stream);
+        out << tag;
+    const int length = reserveWord(out);
     if constexpr (IsVersioned<R>) {
-        stream << versionTag;
-        const qint64 versionLength = reserveWord(stream);
-        stream << R::schemaVersion();
-        closeLength(stream, versionLength);
+        out << versionTag;
+        const int versionLength = reserveWord(out);
+        out << R::schemaVersion();
+        closeLength(out, versionLength);
     }
-    const TaggedWriter members(data, stream);
+    const TaggedWriter members(data, out);
     visit<attributes>(data, members);
     visit<elements>(data, members);
     visit<contents>(data, members);
-    closeLength(stream, length);
+    closeLength(out, length);
     return true;
 }
 
-template <class R> void readField(R& r, QDataStream& stream, quint32 tag, qint32 length)
+template <class R> void readField(R& r, ByteSource& in, quint32 tag, qint32 length)
 {
     auto& data = Record<R>::layout(r);
     const auto hasTag = [tag](const Member& m, const auto&) { return m.tag == tag; };
-    if (!visitFirst(data, hasTag, TaggedReader(r, data, stream, length)))
-        r.skipCurrentElement(stream, length, int(tag));
+    if (!visitFirst(data, hasTag, TaggedReader(r, data, in, length)))
+        in.skip(length);
 }
 
-template <class R> void Record<R>::readTagged(R& r, QDataStream& stream, int length)
+template <class R> void Record<R>::readTagged(R& r, ByteSource& in, int length)
 {
     auto& data = layout(r);
     qint64 remaining = length;
-    while (remaining > 0 && !stream.atEnd()) {
+    while (remaining > 0 && !in.atEnd()) {
         quint32 tag = 0;
         qint32 fieldLength = 0;
-        stream >> tag >> fieldLength;
+        in >> tag >> fieldLength;
         remaining -= 8 + qint64(fieldLength);
         if (IsVersioned<R> && tag == versionTag) {
-            stream >> data.versionLoaded;
+            in >> data.versionLoaded;
             upgrade(r);
         } else {
-            readField(r, stream, tag, fieldLength);
+            readField(r, in, tag, fieldLength);
         }
     }
-    if (remaining != 0 || stream.status() != QDataStream::Ok)
+    if (remaining != 0 || !in.isOk())
         refuseLength(r);
 }
 

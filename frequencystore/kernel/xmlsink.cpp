@@ -3,8 +3,6 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
-#include <limits>
-#include <new>
 
 namespace Velmara::kernel {
 
@@ -29,32 +27,13 @@ void QtXmlSink::put(const Member& m, const QString& text)
     }
 }
 
-Utf8XmlSink::Utf8XmlSink(QByteArray& out, bool isIndented) : m_out(out), m_size(out.size()), m_isIndented(isIndented) {}
-Utf8XmlSink::~Utf8XmlSink() { m_out.resize(m_size); }
-
-/// Space for so many bytes more, which then belong to the content.
-char* Utf8XmlSink::room(int size)
-{
-    if (size > m_out.size() - m_size) {
-        constexpr qint64 most = std::numeric_limits<int>::max() / 2;
-        const qint64 wanted = qMax(2 * qint64(m_out.size()), qint64(m_size) + size + 4096);
-        if (m_size + qint64(size) > most)
-            throw std::bad_alloc();
-        m_out.resize(int(qMin(wanted, most)));
-    }
-    char* const place = m_out.data() + m_size;
-    m_size += size;
-    return place;
-}
-
-void Utf8XmlSink::append(QLatin1String text) { std::copy_n(text.data(), text.size(), room(text.size())); }
-void Utf8XmlSink::append(char c) { *room(1) = c; }
+Utf8XmlSink::Utf8XmlSink(QByteArray& out, bool isIndented) : m_out(out), m_isIndented(isIndented) {}
 
 void Utf8XmlSink::appendIndent()
 {
     if (!m_isIndented)
         return;
-    char* const place = room(1 + m_depth);
+    char* const place = m_out.extend(1 + m_depth);
     *place = '\n';
     std::fill_n(place + 1, m_depth, ' ');
 }
@@ -170,7 +149,7 @@ void Utf8XmlSink::appendEscaped(const QString& text, bool isAttribute)
         const QChar* const start = at;
         while (at != end && isPlain(*at))
             ++at;
-        char* plain = room(int(at - start));
+        char* plain = m_out.extend(int(at - start));
         for (const QChar* c = start; c != at; ++c)
             *plain++ = char(c->unicode());
         if (at == end)

@@ -2,6 +2,7 @@
 
 /// Where the XML form of a record goes: to a QXmlStreamWriter or, several times as fast, into bytes.
 
+#include "frequencystore/kernel/bytebuffer.h"
 #include "frequencystore/kernel/member.h"
 
 class QXmlStreamWriter;
@@ -41,7 +42,6 @@ class Utf8XmlSink final : public XmlSink
 {
 public:
     Utf8XmlSink(QByteArray& out, bool isIndented);
-    ~Utf8XmlSink() override;
 
     void startElement(const QString& name, const QString& version) override;
     void endElement(const QString& name) override;
@@ -55,17 +55,15 @@ private:
     /// What stands before the next token, seen from the last one.
     enum class State { InStartTag, BehindContent, BehindElement };
 
-    char* room(int size);
-    void append(QLatin1String text);
-    void append(char c);
+    void append(QLatin1String text) { m_out.append(text.data(), text.size()); }
+    void append(char c) { *m_out.extend(1) = c; }
     void appendIndent();
     void appendEscaped(const QString& text, bool isAttribute);
     void appendCodePoint(char32_t c);
     void closeStartTag();
     template <class AppendText> void putText(const Member& m, AppendText appendText);
 
-    QByteArray& m_out;
-    int m_size;
+    ByteBuffer m_out;
     int m_depth = 0;
     bool m_isIndented;
     bool m_isCarried = true;

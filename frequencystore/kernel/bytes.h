@@ -1,0 +1,175 @@
+#pragma once
+
+/// The bytes of both binary forms on their way to and from a QDataStream. They are those that the stream itself would
+/// write and read, in its byte order, version and floating-point precision; but memory is faster than a device.
+
+#include "frequencystore/kernel/bytebuffer.h"
+
+#include <QBuffer>
+#include <QDataStream>
+#include <QtEndian>
+
+#include <cstring>
+#include <type_traits>
+
+namespace Velmara::kernel {
+
+/// What of a stream's settings decides on the bytes.
+class StreamForm
+{
+public:
+    explicit StreamForm(const QDataStream& stream)
+        : m_isBigEndian(stream.byteOrder() == QDataStream::BigEndian),
+          m_isSingle(stream.floatingPointPrecision() == QDataStream::SinglePrecision),
+          m_isCurrent(stream.version() >= QDataStream::Qt_5_2)
+    {}
+
+    /// Whether the forms of all types are those known here; other versions are left to the stream.
+    bool isCurrent() const { return m_isCurrent; }
+    bool isSingle() const { return m_isSingle; }
+    template <class T> T inOrder(T value) const { return m_isBigEndian ? qToBigEndian(value) : qToLittleEndian(value); }
+
+private:
+    bool m_isBigEndian;
+    bool m_isSingle;
+    bool m_isCurrent;
+};
+
+/// Gathers bytes, and gives them to the stream in the end.
+class ByteSink
+{
+public:
+    explicit ByteSink(QDataStream& stream) : m_stream(stream), m_form(stream) {}
+    ByteSink(const ByteSink&) = delete;
+    ByteSink& operator=(const ByteSink&) = delete;
+
+    template <class T> ByteSink& operator<<(const T& value)
+    {
+        if (!m_form.isCurrent())
+            putAsStream(value);
+        else
+            put(value);
+        return *this;
+    }
+    void append(const char* bytes, int size) { m_buffer.append(bytes, size); }
+
+    int position() const { return m_buffer.size(); }
+    /// Puts a word in the place of an earlier one.
+    void patch(int position, quint32 word);
+    /// Gives all to the stream; false if that has no device.
+    bool flush() { return m_stream.device() && m_stream.writeRawData(m_buffer.at(0), m_buffer.size()) >= 0; }
+
+private:
+    void put(bool value) { put(qint8(value)); }
+    void put(double value);
+    void put(const QString& text);
+    void put(const QByteArray& bytes);
+    void put(const QDateTime& time);
+    template <class T>
+        requires std::is_integral_v<T>
+    void put(T value)
+    {
+        const T ordered = m_form.inOrder(value);
+        std::memcpy(m_buffer.extend(sizeof ordered), &ordered, sizeof ordered);
+    }
+
+    template <class T> void putAsStream(const T& value)
+    {
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream.setVersion(m_stream.version());
+        stream.setByteOrder(m_stream.byteOrder());
+        stream.setFloatingPointPrecision(m_stream.floatingPointPrecision());
+        stream << value;
+        append(bytes.constData(), bytes.size());
+    }
+
+    QDataStream& m_stream;
+    StreamForm m_form;
+    QByteArray m_bytes;
+    ByteBuffer m_buffer{m_bytes};
+};
+
+/// Reads what a stream holds in memory past the stream, which goes on behind it in the end, and all else through it.
+class ByteSource
+{
+public:
+    explicit ByteSource(QDataStream& stream);
+    ~ByteSource() { giveBack(); }
+    ByteSource(const ByteSource&) = delete;
+    ByteSource& operator=(const ByteSource&) = delete;
+
+    template <class T> ByteSource& operator>>(T& value)
+    {
+        if (!m_buffer || !get(value))
+            getAsStream(value);
+        return *this;
+    }
+    int version() const { return m_stream.version(); }
+    void skip(int size);
+    bool atEnd() const { return m_buffer ? m_at >= m_bytes.size() : m_stream.atEnd(); }
+    bool isOk() const { return m_stream.status() == QDataStream::Ok; }
+    void failAtEnd() { m_stream.setStatus(QDataStream::ReadPastEnd); }
+    /// How many bytes are there at least.
+    qint64 available() const;
+
+private:
+    /// These give false, with nothing read, for what they leave to the stream.
+    bool get(bool& value);
+    bool get(double& value);
+    bool get(QString& text);
+    bool get(QByteArray& bytes);
+    template <class T>
+        requires std::is_integral_v<T>
+    bool get(T& value)
+    {
+        if (int(sizeof value) > left())
+            return false;
+        std::memcpy(&value, next(sizeof value), sizeof value);
+        value = m_form.inOrder(value);
+        return true;
+    }
+    template <class T> bool get(T&) { return false; }
+
+    int left() const { return m_bytes.size() - m_at; }
+    const char* next(int size)
+    {
+        m_at += size;
+        return m_bytes.constData() + m_at - size;
+    }
+    /// The bytes behind a length, if they are there; null for the length that stands for a null value.
+    bool getSized(const char*& bytes, int& size, int multiple);
+    void giveBack();
+    template <class T> void getAsStream(T& value)
+    {
+        giveBack();
+        m_stream >> value;
+        m_at = m_buffer ? int(m_buffer->pos()) : 0;
+    }
+
+    QDataStream& m_stream;
+    StreamForm m_form;
+    QBuffer* m_buffer = nullptr;
+    QByteArray m_bytes;
+    int m_at = 0;
+};
+
+/// How much room to reserve for the announced number of items: never more than the bytes left can fill, so that a false
+/// count costs no memory.
+int plausible(const ByteSource& in, qint32 count);
+
+/// Reads the items that a count announces; a stream that ends ahead of the last gets the status for that.
+template <class T, class ReadItem> void readItems(ByteSource& in, QVector<T>& list, ReadItem readItem)
+{
+    qint32 count = 0;
+    in >> count;
+    const int wanted = list.size() + plausible(in, count);
+    if (wanted > list.capacity())
+        list.reserve(qMax(wanted, 2 * list.capacity())); // lists may come in many parts
+    for (; count > 0 && !in.atEnd(); --count)
+        readItem();
+    if (count > 0)
+        in.failAtEnd();
+}
+
+} // namespace Velmara::kernel

@@ -1,0 +1,170 @@
+/// The binary forms on streams of every setting and device: the bytes are those of the stream itself.
+
+#include "recordfixture.h"
+
+#include <QTemporaryFile>
+#include <QTimeZone>
+
+using namespace Velmara;
+
+namespace {
+
+struct Setting
+{
+    QDataStream::Version version;
+    QDataStream::ByteOrder order;
+    QDataStream::FloatingPointPrecision precision;
+
+    void applyTo(QDataStream& stream) const
+    {
+        stream.setVersion(version);
+        stream.setByteOrder(order);
+        stream.setFloatingPointPrecision(precision);
+    }
+};
+
+QVector<Setting> settings()
+{
+    QVector<Setting> all;
+    for (const auto version : {QDataStream::Qt_4_6, QDataStream::Qt_5_0, QDataStream::Qt_5_2, QDataStream::Qt_5_15})
+        for (const auto order : {QDataStream::BigEndian, QDataStream::LittleEndian})
+            for (const auto precision : {QDataStream::SinglePrecision, QDataStream::DoublePrecision})
+                all.append({version, order, precision});
+    return all;
+}
+
+/// A pipe: nothing but reading on, a few bytes at a time.
+class Pipe : public QIODevice
+{
+public:
+    explicit Pipe(const QByteArray& bytes) : m_bytes(bytes) { open(QIODevice::ReadOnly | QIODevice::Unbuffered); }
+    bool isSequential() const override { return true; }
+    qint64 bytesAvailable() const override { return m_bytes.size() - m_at + QIODevice::bytesAvailable(); }
+
+protected:
+    qint64 readData(char* data, qint64 size) override
+    {
+        const QByteArray piece = m_bytes.mid(m_at, int(size));
+        std::copy(piece.begin(), piece.end(), data);
+        m_at += piece.size();
+        return piece.size();
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray m_bytes;
+    int m_at = 0;
+};
+
+template <class Write> QByteArray written(const Setting& setting, Write write)
+{
+    return bytesOf([&](QDataStream& stream) {
+        setting.applyTo(stream);
+        write(stream);
+    });
+}
+
+Station station(const QDateTime& time)
+{
+    Station s;
+    s.SetStationID(-7);
+    s.SetOWNStation(true);
+    s.SetTimeStamp(time);
+    s.SetLongitude(10.25);
+    s.SetLatitude(-3.5);
+    s.SetName(QString::fromUtf8("\u00e4\u4e2d"));
+    s.SetPositionSource("");
+    return s;
+}
+
+/// What becomes of a time on a stream of older version, which knows no offsets.
+QDateTime carried(const Setting& setting, const QDateTime& time)
+{
+    QDataStream stream(written(setting, [&](QDataStream& out) { out << time; }));
+    setting.applyTo(stream);
+    QDateTime read;
+    stream >> read;
+    return read;
+}
+
+/// Reads two packed stations, one behind the other, and what follows them.
+void expectTwo(QDataStream& stream, const Setting& setting, const Station& expected)
+{
+    setting.applyTo(stream);
+    Station first, second;
+    quint16 behind = 0;
+    first.SetVersionSpecificBinaryWithoutValidation(stream);
+    second.SetVersionSpecificBinaryWithoutValidation(stream);
+    stream >> behind;
+    EXPECT_TRUE(first == expected);
+    EXPECT_TRUE(second == expected);
+    EXPECT_EQ(behind, 0x1234);
+    EXPECT_EQ(stream.status(), QDataStream::Ok);
+}
+
+} // namespace
+
+TEST(Streams, HoldWhatTheStreamItselfWouldWrite)
+{
+    const QDateTime utc({2024, 2, 29}, {23, 59, 58, 7}, Qt::UTC);
+    for (const QDateTime& time : {utc, utc.toLocalTime(), utc.toOffsetFromUtc(3600), QDateTime()}) {
+        const Station s = station(time);
+        for (const Setting& setting : settings()) {
+            SCOPED_TRACE(testing::Message() << time.toString(Qt::ISODate).toStdString() << ", version "
+                                            << setting.version << ", order " << setting.order);
+            const QByteArray packed = written(setting, [&](QDataStream& stream) {
+                s.GetVersionSpecificBinaryWithoutValidation(stream);
+                s.GetVersionSpecificBinaryWithoutValidation(stream);
+                stream << quint16(0x1234);
+            });
+            EXPECT_EQ(packed, written(setting, [&](QDataStream& stream) {
+                          for (int i = 0; i < 2; ++i)
+                              stream << quint8(0xbf) << Station::schemaVersion() << qint64(-7) << true << time << 10.25
+                                     << -3.5 << s.GetName() << QString("");
+                          stream << quint16(0x1234);
+                      }));
+
+            QDataStream memory(packed);
+            const Station expected = station(carried(setting, time));
+            expectTwo(memory, setting, expected);
+            QTemporaryFile file;
+            ASSERT_TRUE(file.open());
+            file.write(packed);
+            file.seek(0);
+            QDataStream fromFile(&file);
+            expectTwo(fromFile, setting, expected);
+            Pipe pipe(packed);
+            QDataStream fromPipe(&pipe);
+            expectTwo(fromPipe, setting, expected);
+
+            const QByteArray frame
+                = written(setting, [&](QDataStream& stream) { EXPECT_TRUE(s.GetBinary(stream, 7, true)); });
+            QDataStream tagged(frame);
+            setting.applyTo(tagged);
+            qint32 tag = 0, length = 0;
+            tagged >> tag >> length;
+            EXPECT_EQ(length, frame.size() - 8);
+            Station read;
+            read.SetBinary(tagged, length);
+            EXPECT_EQ(xml(read), xml(s));
+        }
+    }
+}
+
+TEST(Streams, EndOrFailAsTheyAre)
+{
+    const QByteArray whole = packed(station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC)));
+    for (int size = 0; size < whole.size(); ++size) {
+        Station fromMemory, fromPipe;
+        QDataStream memory(whole.left(size));
+        fromMemory.SetVersionSpecificBinaryWithoutValidation(memory);
+        Pipe pipe(whole.left(size));
+        QDataStream stream(&pipe);
+        fromPipe.SetVersionSpecificBinaryWithoutValidation(stream);
+        EXPECT_NE(memory.status(), QDataStream::Ok) << size;
+        EXPECT_EQ(memory.status(), stream.status()) << size;
+        EXPECT_TRUE(fromMemory == fromPipe) << size;
+    }
+    QDataStream none;
+    EXPECT_FALSE(station(QDateTime()).GetBinary(none, 7, true));
+}
