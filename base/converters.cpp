@@ -1,68 +1,115 @@
 #include "base/converters.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace TALLYFORM {
 
 namespace {
 
-constexpr char form[] = "yyyy-MM-ddThh:mm:ss,zzzZ";
-constexpr int formLength = sizeof form - 1;
+using namespace std::chrono;
 
-constexpr bool isDigitPlace(char c) { return (c >= 'a' && c <= 'z') || c == 'M'; }
+using Instant = sys_time<milliseconds>;
 
-constexpr bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+constexpr Instant firstInstant = sys_days(year(1) / January / 1);
+constexpr Instant endOfInstants = sys_days(year(10000) / January / 1);
 
-bool isInForm(const QString& text)
+/// Writes a number with leading zeros and the mark behind it, and gives the end.
+char* putNumber(char* to, int digits, char mark, int number)
 {
-    return text.size() == formLength && std::equal(text.begin(), text.end(), form, [](QChar c, char place) {
-               return isDigitPlace(place) ? isDigit(c) : c == QLatin1Char(place);
-           });
+    for (int i = digits; i-- > 0; number /= 10)
+        to[i] = char('0' + number % 10);
+    to[digits] = mark;
+    return to + digits + 1;
 }
 
-void putNumber(QString& text, int place, int digits, int number)
+/// Reads what putNumber wrote, one after the other.
+class Numbers
 {
-    for (int i = place + digits; i-- > place; number /= 10)
-        text[i] = QLatin1Char(char('0' + number % 10));
-}
+public:
+    explicit Numbers(const char* text) : m_text(text) {}
 
-int numberAt(const QString& text, int place, int digits)
+    int next(int digits, char mark)
+    {
+        int number = 0;
+        for (; digits > 0; --digits) {
+            const unsigned int digit = uchar(*m_text++ - '0');
+            m_areInForm &= digit <= 9;
+            number = number * 10 + int(digit);
+        }
+        m_areInForm &= *m_text++ == mark;
+        return number;
+    }
+
+    bool areInForm() const { return m_areInForm; }
+
+private:
+    const char* m_text;
+    bool m_areInForm = true;
+};
+
+/// The date-time of TextLength characters.
+QDateTime dateTime(const char* text)
 {
-    int number = 0;
-    for (int i = place; i < place + digits; ++i)
-        number = number * 10 + text[i].unicode() - '0';
-    return number;
+    Numbers numbers(text);
+    const year y(numbers.next(4, '-'));
+    const month m(unsigned(numbers.next(2, '-')));
+    const day d(unsigned(numbers.next(2, 'T')));
+    const hours h(numbers.next(2, ':'));
+    const minutes min(numbers.next(2, ':'));
+    const seconds s(numbers.next(2, ','));
+    const milliseconds ms(numbers.next(3, 'Z'));
+    const bool isReal = y >= year(1) && (y / m / d).ok() && h < days(1) && min < hours(1) && s < minutes(1);
+    if (!numbers.areInForm() || !isReal)
+        return QDateTime();
+    const Instant instant = sys_days(y / m / d) + h + min + s + ms;
+    return QDateTime::fromMSecsSinceEpoch(instant.time_since_epoch().count(), Qt::UTC);
 }
 
 } // namespace
 
 QString Converters::ToString(const QDateTime& time)
 {
-    if (!time.isValid())
-        return QString();
-    const QDateTime utc = time.toUTC();
-    const QDate date = utc.date();
-    if (date.year() < 0 || date.year() > 9999)
-        return QString();
-    const QTime clock = utc.time();
-    QString text = QString::fromLatin1(form, formLength);
-    putNumber(text, 0, 4, date.year());
-    putNumber(text, 5, 2, date.month());
-    putNumber(text, 8, 2, date.day());
-    putNumber(text, 11, 2, clock.hour());
-    putNumber(text, 14, 2, clock.minute());
-    putNumber(text, 17, 2, clock.second());
-    putNumber(text, 20, 3, clock.msec());
-    return text;
+    char text[TextLength];
+    const char* const end = Put(text, time);
+    return end == text ? QString() : QString::fromLatin1(text, TextLength);
 }
 
-QDateTime Converters::ToDateTime(const QString& text)
+char* Converters::Put(char* to, const QDateTime& time)
 {
-    if (!isInForm(text))
+    if (!time.isValid())
+        return to;
+    const Instant instant{milliseconds(time.toMSecsSinceEpoch())};
+    if (instant < firstInstant || instant >= endOfInstants)
+        return to;
+    const sys_days day = floor<days>(instant);
+    const year_month_day date = day;
+    const hh_mm_ss clock(instant - day);
+    to = putNumber(to, 4, '-', int(date.year()));
+    to = putNumber(to, 2, '-', int(unsigned(date.month())));
+    to = putNumber(to, 2, 'T', int(unsigned(date.day())));
+    to = putNumber(to, 2, ':', int(clock.hours().count()));
+    to = putNumber(to, 2, ':', int(clock.minutes().count()));
+    to = putNumber(to, 2, ',', int(clock.seconds().count()));
+    return putNumber(to, 3, 'Z', int(clock.subseconds().count()));
+}
+
+QDateTime Converters::ToDateTime(const QString& text) { return ToDateTime(QStringView(text)); }
+
+QDateTime Converters::ToDateTime(QStringView text)
+{
+    if (text.size() != TextLength)
         return QDateTime();
-    const QDate date(numberAt(text, 0, 4), numberAt(text, 5, 2), numberAt(text, 8, 2));
-    const QTime clock(numberAt(text, 11, 2), numberAt(text, 14, 2), numberAt(text, 17, 2), numberAt(text, 20, 3));
-    return date.isValid() && clock.isValid() ? QDateTime(date, clock, Qt::UTC) : QDateTime();
+    char ascii[TextLength];
+    std::transform(text.begin(), text.end(), ascii,
+                   [](QChar c) { return c.unicode() < 128 ? char(c.unicode()) : '?'; });
+    return dateTime(ascii);
+}
+
+QDateTime Converters::ToDateTime(const char* utf8, int size)
+{
+    // Of another length, a text may still be in the form behind a byte order mark.
+    return size == TextLength ? dateTime(utf8) : ToDateTime(QString::fromUtf8(utf8, size));
 }
 
 } // namespace TALLYFORM

@@ -13,8 +13,8 @@ using namespace TALLYFORM;
 
 namespace Velmara {
 
-double CellText::number() { return m_text.toDouble(&m_isOfForm); }
-int CellText::integer() { return m_text.toInt(&m_isOfForm); }
+double CellText::number() { return kernel::toDouble(m_text, &m_isOfForm); }
+int CellText::integer() { return kernel::toInt(m_text, &m_isOfForm); }
 
 bool CellText::boolean()
 {

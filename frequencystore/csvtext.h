@@ -3,6 +3,7 @@
 /// The text of CSV files: the forms of cells, and what a reader would not get back of them.
 
 #include "frequencystore/exchangereport.h"
+#include "frequencystore/kernel/numbers.h"
 
 namespace Velmara::csv {
 
@@ -11,9 +12,15 @@ inline constexpr int maxLineLength = 10240;
 
 /// What stands for an absent item.
 inline QString absent() { return QStringLiteral("---"); }
-inline QString fixed(double value, int decimals = 2) { return QString::number(value, 'f', decimals); }
+inline QString fixed(double value, int decimals = 2)
+{
+    return kernel::numberText([=](char* to) { return kernel::putFixed(to, value, decimals); });
+}
 /// Six significant digits.
-inline QString general(double value) { return QString::number(value, 'g', 6); }
+inline QString general(double value)
+{
+    return kernel::numberText([=](char* to) { return kernel::putGeneral(to, value); });
+}
 inline QString boolean(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
 /// Follows the lines behind the header as they are written, and notes in a report how many they are and what of them a

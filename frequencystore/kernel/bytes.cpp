@@ -125,14 +125,14 @@ bool ByteSource::getSized(const char*& bytes, int& size, int multiple)
     return true;
 }
 
-bool ByteSource::get(QByteArray& bytes)
+std::string_view ByteSource::text(QByteArray& room)
 {
     const char* start = nullptr;
     int size = 0;
-    if (!getSized(start, size, 1))
-        return false;
-    bytes = start ? QByteArray(start, size) : QByteArray();
-    return true;
+    if (m_buffer && getSized(start, size, 1))
+        return {start, size_t(size)};
+    getAsStream(room);
+    return {room.constData(), size_t(room.size())};
 }
 
 bool ByteSource::get(QString& text)

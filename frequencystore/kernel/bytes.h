@@ -10,6 +10,7 @@
 #include <QtEndian>
 
 #include <cstring>
+#include <string_view>
 #include <type_traits>
 
 namespace Velmara::kernel {
@@ -105,6 +106,8 @@ public:
             getAsStream(value);
         return *this;
     }
+    /// The bytes behind a length, where they are or in `room`; valid until the next call.
+    std::string_view text(QByteArray& room);
     int version() const { return m_stream.version(); }
     void skip(int size);
     bool atEnd() const { return m_buffer ? m_at >= m_bytes.size() : m_stream.atEnd(); }
@@ -118,7 +121,6 @@ private:
     bool get(bool& value);
     bool get(double& value);
     bool get(QString& text);
-    bool get(QByteArray& bytes);
     template <class T>
         requires std::is_integral_v<T>
     bool get(T& value)

@@ -144,9 +144,12 @@ private:
             m_in >> wide;
             value = T(wide);
         } else {
-            QByteArray bytes;
-            m_in >> bytes;
-            parse(m_self, m, QString::fromUtf8(bytes.constData(), bytes.size()), value);
+            QByteArray room;
+            const std::string_view utf8 = m_in.text(room);
+            if constexpr (std::is_same_v<T, double>)
+                value = toDouble(utf8);
+            else
+                parse(m_self, m, QString::fromUtf8(utf8.data(), int(utf8.size())), value);
         }
         return value;
     }

@@ -3,56 +3,73 @@
 #include "base/converters.h"
 #include "base/exceptions.h"
 
+#include <algorithm>
+
 using namespace TALLYFORM;
 
 namespace Velmara::kernel {
 
 namespace {
 
-QLatin1String store(QStringView text, TextBuffer& buffer)
+QLatin1String textUpTo(const char* end, const TextBuffer& buffer)
 {
-    const QByteArray bytes = text.toLatin1();
-    std::copy_n(bytes.constData(), bytes.size(), buffer.data());
-    return text.isNull() ? QLatin1String() : QLatin1String(buffer.data(), bytes.size());
+    return QLatin1String(buffer.data(), int(end - buffer.data()));
 }
 
 } // namespace
 
 QLatin1String toText(const Member& m, double value, TextBuffer& buffer)
 {
-    const QString text = QString::number(value, 'f', m.precision);
-    return store(text.size() < m.width ? text.rightJustified(m.width) : text, buffer);
+    char* const start = buffer.data();
+    char* end = putFixed(start, value, m.precision);
+    if (const auto missing = m.width - (end - start); missing > 0) {
+        std::copy_backward(start, end, end + missing);
+        std::fill_n(start, missing, ' ');
+        end += missing;
+    }
+    return textUpTo(end, buffer);
 }
 
-QLatin1String toText(const Member&, int value, TextBuffer& buffer) { return store(QString::number(value), buffer); }
+QLatin1String toText(const Member&, int value, TextBuffer& buffer)
+{
+    return textUpTo(putInteger(buffer.data(), value), buffer);
+}
+
 QLatin1String toText(const Member&, unsigned int value, TextBuffer& buffer)
 {
-    return store(QString::number(value), buffer);
-}
-QLatin1String toText(const Member&, quint64 value, TextBuffer& buffer) { return store(QString::number(value), buffer); }
-QLatin1String toText(const Member&, bool value, TextBuffer&) { return QLatin1String(value ? "true" : "false"); }
-QLatin1String toText(const Member&, const QDateTime& value, TextBuffer& buffer)
-{
-    return store(Converters::ToString(value), buffer);
+    return textUpTo(putInteger(buffer.data(), value), buffer);
 }
 
-void parse(const ITallyObject&, const Member&, QStringView text, double& value) { value = text.toString().toDouble(); }
-void parse(const ITallyObject&, const Member&, QStringView text, int& value) { value = text.toString().toInt(); }
+QLatin1String toText(const Member&, quint64 value, TextBuffer& buffer)
+{
+    return textUpTo(putInteger(buffer.data(), value), buffer);
+}
+
+QLatin1String toText(const Member&, bool value, TextBuffer&) { return QLatin1String(value ? "true" : "false"); }
+
+QLatin1String toText(const Member&, const QDateTime& value, TextBuffer& buffer)
+{
+    const char* const end = Converters::Put(buffer.data(), value);
+    return end == buffer.data() ? QLatin1String() : textUpTo(end, buffer);
+}
+
+void parse(const ITallyObject&, const Member&, QStringView text, double& value) { value = toDouble(text); }
+void parse(const ITallyObject&, const Member&, QStringView text, int& value) { value = toInt(text); }
 
 /// Negative texts and those beyond an int behave as in a signed member, for the same documents were written by those.
 void parse(const ITallyObject&, const Member&, QStringView text, unsigned int& value)
 {
-    value = static_cast<unsigned int>(text.toString().toInt());
+    value = static_cast<unsigned int>(toInt(text));
 }
 
 void parse(const ITallyObject&, const Member&, QStringView text, quint64& value)
 {
-    value = static_cast<quint64>(text.toString().toLongLong());
+    value = static_cast<quint64>(toLongLong(text));
 }
 
 void parse(const ITallyObject&, const Member&, QStringView text, QDateTime& value)
 {
-    value = Converters::ToDateTime(text.toString());
+    value = Converters::ToDateTime(text);
 }
 
 void parse(const ITallyObject&, const Member&, QStringView text, QString& value)

@@ -3,13 +3,13 @@
 /// The text forms of members, in XML and in tagged binary, and what of a record is written at all.
 
 #include "frequencystore/kernel/access.h"
+#include "frequencystore/kernel/numbers.h"
 
 #include <array>
 
 namespace Velmara::kernel {
 
-/// Room for the text of a number: the largest double has 309 digits ahead of its decimals.
-using TextBuffer = std::array<char, 352>;
+using TextBuffer = std::array<char, maxNumberLength>;
 
 /// The text of a value. What is made of a number is ASCII in the buffer; null for a date-time that has no text.
 QLatin1String toText(const Member& m, double value, TextBuffer& buffer);
