@@ -1,0 +1,57 @@
+/// Measures the library. Without options, compares it with its floors and prints one table; with those of Google
+/// Benchmark, measures the operations one by one.
+
+#include "bench/ratios.h"
+#include "bench/single.h"
+
+#include "base/errorhandler.h"
+
+#include <QStorageInfo>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <stdexcept>
+
+using namespace Velmara::bench;
+
+namespace {
+
+/// Files lie in memory where there is room for them, so that no disk is measured.
+QString templateOfFolder()
+{
+    const QString memory = QStringLiteral("/dev/shm");
+    const bool hasRoom = QStorageInfo(memory).isReady() && QStorageInfo(memory).bytesAvailable() > (1 << 30);
+    return (hasRoom ? memory : QDir::tempPath()) + QStringLiteral("/velmara-bench-XXXXXX");
+}
+
+int runSingles(int argc, char** argv, const QString& folder)
+{
+    registerSingles(folder);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
+
+int printRatios(const QString& folder)
+{
+    std::fputs(tableOf(measureRatios(folder)).toUtf8().constData(), stdout);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    ErrorHandler::Instance().SetMask(0);
+    const QTemporaryDir folder(templateOfFolder());
+    try {
+        return argc > 1 ? runSingles(argc, argv, folder.path()) : printRatios(folder.path());
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return 1;
+    }
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+/// Taking times on a machine that others use as well.
+
+#include <ctime>
+
+#include <algorithm>
+#include <chrono>
+#include <vector>
+
+namespace Velmara::bench {
+
+/// The processor time of this thread: what others take of the machine does not count.
+inline double processorSeconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) + 1e-9 * double(time.tv_nsec);
+}
+
+/// How long an action takes until its result is there; taking that down again does not count.
+template <class Action> double secondsOf(Action action)
+{
+    const double start = processorSeconds();
+    [[maybe_unused]] const auto result = action();
+    return processorSeconds() - start;
+}
+
+inline double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    const size_t middle = values.size() / 2;
+    return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+/// How often each side of a comparison is taken, if that does not take too long: a slow machine shall not make a run
+/// endless.
+struct Repetitions
+{
+    int rounds;
+    int floorsPerRound;
+
+    static constexpr int fewestRounds = 3;
+    static constexpr std::chrono::seconds longest{9};
+};
+
+/// Medians over the rounds.
+struct Comparison
+{
+    double library = 0; ///< seconds
+    double floor = 0;
+    double ratio = 0; ///< within a round, whose times share what came over the machine
+};
+
+/// Takes the times of both sides in turns: in each round the library's between two halves of the floor's.
+template <class Library, class Floor> Comparison compare(Repetitions repetitions, Library library, Floor floor)
+{
+    std::vector<double> librarySeconds, floorSeconds, ratios;
+    const auto end = std::chrono::steady_clock::now() + Repetitions::longest;
+    const auto isTimeLeft
+        = [&](int round) { return round < Repetitions::fewestRounds || std::chrono::steady_clock::now() < end; };
+    for (int round = 0; round < repetitions.rounds && isTimeLeft(round); ++round) {
+        std::vector<double> floors;
+        const auto takeHalf = [&](int count) {
+            for (int i = 0; i < count; ++i)
+                floors.push_back(secondsOf(floor));
+        };
+        takeHalf(repetitions.floorsPerRound / 2);
+        librarySeconds.push_back(secondsOf(library));
+        takeHalf(repetitions.floorsPerRound - repetitions.floorsPerRound / 2);
+        floorSeconds.push_back(median(floors));
+        ratios.push_back(librarySeconds.back() / floorSeconds.back());
+    }
+    return {median(librarySeconds), median(floorSeconds), median(ratios)};
+}
+
+} // namespace Velmara::bench

@@ -1,0 +1,28 @@
+#pragma once
+
+/// The table of ratios, as markdown.
+
+#include <QString>
+
+#include <vector>
+
+namespace Velmara::bench {
+
+/// One thing that is compared with its floor.
+struct Row
+{
+    QString name;
+    QString library; ///< what an entry takes
+    QString floor;   ///< what it takes without the library
+    QString rate;    ///< of the library
+    double ratio = 0;
+    double goal = 0; ///< what the ratio may be at most
+};
+
+QString microseconds(double seconds);
+QString bytes(double count);
+QString megabytesPerSecond(double bytes, double seconds);
+
+QString tableOf(const std::vector<Row>& rows);
+
+} // namespace Velmara::bench

@@ -1,0 +1,100 @@
+#include "bench/floors.h"
+#include "bench/require.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace Velmara::bench {
+
+namespace {
+
+bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+
+/// Times begin with a digit too, but end with a letter.
+bool isNumber(const QStringRef& text)
+{
+    return !text.isEmpty() && isDigit(text.back()) && (isDigit(text.front()) || text.front() == QLatin1Char('-'));
+}
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    require(file.open(QIODevice::ReadOnly), "a file opens");
+    return file.readAll();
+}
+
+} // namespace
+
+void Tally::take(const QStringRef& text)
+{
+    ++values;
+    if (!isNumber(text))
+        return;
+    ++numbers;
+    sum += text.toDouble();
+}
+
+Tally XmlFloor::load(const QString& path)
+{
+    QXmlStreamReader reader(contentOf(path));
+    Tally tally;
+    while (!reader.atEnd()) {
+        const auto token = reader.readNext();
+        if (token == QXmlStreamReader::Characters && !reader.isWhitespace())
+            tally.take(reader.text());
+        if (token == QXmlStreamReader::StartElement)
+            for (const QXmlStreamAttribute& attribute : reader.attributes())
+                tally.take(attribute.value());
+    }
+    return tally;
+}
+
+XmlFloor::XmlFloor(const QString& path)
+{
+    using Kind = XmlToken::Kind;
+    QXmlStreamReader reader(contentOf(path));
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement()) {
+            m_tokens.push_back({Kind::Start, reader.name().toString(), {}});
+            for (const QXmlStreamAttribute& attribute : reader.attributes())
+                m_tokens.push_back({Kind::Attribute, attribute.name().toString(), attribute.value().toString()});
+        } else if (reader.isCharacters() && !reader.isWhitespace()) {
+            m_tokens.push_back({Kind::Text, {}, reader.text().toString()});
+        } else if (reader.isEndElement()) {
+            m_tokens.push_back({Kind::End, {}, {}});
+        }
+    }
+}
+
+bool XmlFloor::save(const QString& path) const
+{
+    QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    QXmlStreamWriter writer(&text);
+    writer.setAutoFormatting(true);
+    writer.setAutoFormattingIndent(1);
+    for (const XmlToken& token : m_tokens) {
+        switch (token.kind) {
+        case XmlToken::Kind::Start: writer.writeStartElement(token.name); break;
+        case XmlToken::Kind::Attribute: writer.writeAttribute(token.name, token.text); break;
+        case XmlToken::Kind::Text: writer.writeCharacters(token.text); break;
+        case XmlToken::Kind::End: writer.writeEndElement(); break;
+        }
+    }
+    writer.writeEndDocument();
+    const QByteArray bytes = text.toUtf8();
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+}
+
+Tally XmlFloor::tally() const
+{
+    Tally tally;
+    for (const XmlToken& token : m_tokens)
+        if (token.hasText())
+            tally.take(QStringRef(&token.text));
+    return tally;
+}
+
+} // namespace Velmara::bench
