@@ -94,6 +94,12 @@ template <class R> void Record<R>::propagate(const R& r)
 template <class R> void Record<R>::verify(const R& r)
 {
     propagate(r);
+    confirm(r);
+}
+
+/// What precedes the writing of a part that the check of the tree passes over.
+template <class R> void Record<R>::confirm(const R& r)
+{
     if (r.GetValidate())
         check(r, false);
 }

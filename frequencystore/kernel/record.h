@@ -121,6 +121,7 @@ template <class R> struct Record
     static void setLogger(const R& r, const std::shared_ptr<TALLYFORM::Logger>& logger);
     static void propagate(const R& r);
     static void verify(const R& r);
+    static void confirm(const R& r);
     static void reset(R& r);
     static void resetToDefault(R& r);
 

@@ -37,7 +37,7 @@ public:
         if (!isWritten<T>(m_data, m))
             return;
         if (m.isAlternative())
-            Record<T>::verify(child); // which its parent's Check has not done
+            Record<T>::confirm(child); // which its parent's Check has not done
         Record<T>::writeTagged(child, m_out, m.tag, true);
     }
 
@@ -61,7 +61,7 @@ private:
         int count = 0;
         for (const T& item : list) {
             if (!m_data.isSet(m))
-                Record<T>::verify(item); // which the Check of a record without the list has not done
+                Record<T>::confirm(item); // which the Check of a record without the list has not done
             count += Record<T>::writeTagged(item, m_out, m.tag, false);
         }
         return count;

@@ -32,7 +32,7 @@ public:
         if (!isWritten<T>(m_data, m))
             return;
         if (m.isAlternative())
-            Record<T>::verify(child); // which its parent's Check has not done
+            Record<T>::confirm(child); // which its parent's Check has not done
         Record<T>::writeXml(child, m_out);
     }
 
@@ -44,7 +44,7 @@ public:
             if (!m_data.isSet(m) && m.isMandatory())
                 continue;
             if (!m_data.isSet(m))
-                Record<T>::verify(item); // which the Check of a record without the list has not done
+                Record<T>::confirm(item); // which the Check of a record without the list has not done
             Record<T>::writeXml(item, m_out);
         }
     }
