@@ -1,15 +1,11 @@
 #include "frequencystore/csvfileloader.h"
 
-#include "base/exceptions.h"
-#include "base/files.h"
+#include "frequencystore/csvlines.h"
 #include "frequencystore/csvtext.h"
 
-#include <QFile>
 #include <QTextStream>
 
 #include <algorithm>
-
-using namespace TALLYFORM;
 
 namespace Velmara {
 
@@ -26,41 +22,22 @@ void CSVColumn::SetName(QString const& name) { m_name = name; }
 
 namespace {
 
-/// Reads lines and counts them as an editor does, through all pieces of a long one.
-class LineReader
+/// The lines of a stream that someone else has opened.
+class StreamLines final : public csv::Lines
 {
 public:
-    LineReader(QTextStream& stream, int& line) : m_stream(stream), m_line(line) { m_line = 0; }
-
-    QString next()
+    explicit StreamLines(QTextStream& stream) : m_stream(stream) {}
+    bool atEnd() const override { return m_stream.atEnd(); }
+    QStringView next() override
     {
-        if (m_isLineEnded && !m_stream.atEnd())
-            ++m_line;
-        const QString piece = m_stream.readLine(csv::maxLineLength);
-        m_isLineEnded = piece.size() < csv::maxLineLength;
-        return piece;
+        m_stream.readLineInto(&m_line, csv::maxLineLength);
+        return m_line;
     }
 
 private:
     QTextStream& m_stream;
-    int& m_line;
-    bool m_isLineEnded = true;
+    QString m_line;
 };
-
-bool hasData(QTextStream& stream)
-{
-    while (!stream.atEnd())
-        if (!stream.readLine(csv::maxLineLength).isEmpty())
-            return true;
-    return false;
-}
-
-QStringList partsOf(QString line)
-{
-    if (line.endsWith(QLatin1Char('\n')))
-        line.chop(1);
-    return line.split(QLatin1Char(';'));
-}
 
 } // namespace
 
@@ -72,66 +49,41 @@ CSVFileLoader::~CSVFileLoader() = default;
 
 void CSVFileLoader::LoadFile(QString const& fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        throw TallyException(QStringLiteral("Can't open file for reading: '%1'").arg(fileName));
-    QByteArray content;
-    QString reason;
-    if (!ReadFile(file, content, reason))
-        throw TallyException(QStringLiteral("Can't read file: '%1' (%2)").arg(fileName, reason));
-    QTextStream stream(content);
-    stream.setCodec("UTF-8");
-    stream.setAutoDetectUnicode(true);
-    LoadFile(stream, fileName);
-    m_hasDataBehindEnd = hasData(stream);
+    const QString text = csv::readText(fileName);
+    csv::TextLines lines(text);
+    csv::TableReader reader(lines, fileName, m_lastLine);
+    load(reader);
+    m_hasDataBehindEnd = reader.hasDataBehindEnd();
 }
 
 void CSVFileLoader::LoadFile(QTextStream& stream, QString const& name)
 {
     const QString source = name.isEmpty() ? QStringLiteral("Stream") : name;
+    StreamLines lines(stream);
+    csv::TableReader reader(lines, source, m_lastLine);
+    load(reader);
+}
+
+void CSVFileLoader::load(csv::TableReader& reader)
+{
     m_hasDataBehindEnd = false;
-    LineReader reader(stream, m_lastLine);
-    QString line = reader.next();
-    while (line.startsWith(QLatin1Char('#')))
-        line = reader.next();
-    if (line.isEmpty())
-        throw TallyException(QStringLiteral("%1 is empty!").arg(source));
-    ParseHeader(line);
-    for (line = reader.next(); !line.isEmpty(); line = reader.next()) {
-        try {
-            ProcessData(line);
-        } catch (TallyFormException& failure) {
-            failure.SetOrigin(QStringLiteral("%1, line %2").arg(source, QString::number(m_lastLine)));
-            throw;
-        }
+    for (const QString& name : csv::cellsOf(reader.header()))
+        m_columns.append(CSVColumn(name));
+    QVector<QStringView> cells;
+    while (reader.readRow(m_columns.size())) {
+        csv::split(reader.row(), cells);
+        for (int i = 0; i < cells.size(); ++i)
+            m_columns[i].AddValue(cells[i].toString());
         m_lines.append(m_lastLine);
     }
-}
-
-void CSVFileLoader::ParseHeader(QString const& line)
-{
-    if (line.isEmpty())
-        return;
-    for (const QString& name : partsOf(line))
-        m_columns.append(CSVColumn(name));
-}
-
-void CSVFileLoader::ProcessData(QString const& line)
-{
-    if (line.isEmpty())
-        return;
-    const QStringList parts = partsOf(line);
-    if (parts.size() != m_columns.size())
-        throw TallyException(QStringLiteral("Data is corrupt!. It can't be assigned to the header!"));
-    for (int i = 0; i < parts.size(); ++i)
-        m_columns[i].AddValue(parts[i]);
 }
 
 bool CSVFileLoader::Exist(QString const& name) { return GetColumn(name) != nullptr; }
 
 bool CSVFileLoader::CheckHeader(QString const& header)
 {
-    const QStringList names = partsOf(header);
+    const QStringList names
+        = csv::cellsOf(header.endsWith(QLatin1Char('\n')) ? QStringView(header).chopped(1) : header);
     return std::all_of(names.begin(), names.end(), [this](const QString& name) { return Exist(name); });
 }
 

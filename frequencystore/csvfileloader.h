@@ -9,6 +9,10 @@ class QTextStream;
 
 namespace Velmara {
 
+namespace csv {
+class TableReader;
+}
+
 /// One column of a CSV file: its text in the header line and one value per row.
 class VELMARA_EXPORT CSVColumn
 {
@@ -64,8 +68,7 @@ public:
 
 private:
     bool Exist(QString const& name);
-    void ParseHeader(QString const& line);
-    void ProcessData(QString const& line);
+    void load(csv::TableReader& reader);
 
     QVector<CSVColumn> m_columns;
     QVector<int> m_lines;

@@ -11,9 +11,9 @@ namespace Velmara {
 class CellText
 {
 public:
-    explicit CellText(const QString& text) : m_text(text) {}
+    explicit CellText(QStringView text) : m_text(text) {}
 
-    const QString& text() const { return m_text; }
+    QString text() const { return m_text.toString(); }
     double number();
     int integer();
     bool boolean();
@@ -23,7 +23,7 @@ public:
     bool isOfForm() const { return m_isOfForm; }
 
 private:
-    const QString& m_text;
+    QStringView m_text;
     bool m_isOfForm = true;
 };
 

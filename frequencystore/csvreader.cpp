@@ -4,7 +4,7 @@
 
 #include "base/converters.h"
 #include "base/exceptions.h"
-#include "frequencystore/csvfileloader.h"
+#include "frequencystore/csvlines.h"
 #include "frequencystore/csvtext.h"
 
 #include <algorithm>
@@ -30,38 +30,60 @@ QDateTime CellText::time()
     return time;
 }
 
-/// A column that a file has, with its cells.
+/// A column that a file has, and its place in a row.
 struct FileHandling::Found
 {
     const Column* column;
-    const QStringList* cells;
+    int place;
 };
 
 namespace {
 
-void load(CSVFileLoader& loader, const QString& file, ImportReport& report)
+/// A CSV file in memory.
+struct Table
 {
+    struct Row
+    {
+        QStringView cells;
+        int line;
+    };
+
+    QString text; ///< what the rows are views of
+    QStringList columns;
+    QVector<Row> rows;
+};
+
+Table load(const QString& file, ImportReport& report)
+{
+    Table table;
+    int line = 0;
     try {
-        loader.LoadFile(file);
+        table.text = csv::readText(file);
+        csv::TextLines lines(table.text);
+        csv::TableReader reader(lines, file, line);
+        table.columns = csv::cellsOf(reader.header());
+        while (reader.readRow(table.columns.size()))
+            table.rows.append({reader.row(), line});
+        if (reader.hasDataBehindEnd())
+            report.emptyLine = line;
     } catch (const TallyException&) {
-        report.failed.line = loader.GetLastLine();
+        report.failed.line = line;
         throw;
     }
-    if (loader.HasDataBehindEnd())
-        report.emptyLine = loader.GetLastLine();
+    return table;
 }
 
 } // namespace
 
-QVector<FileHandling::Found> FileHandling::findColumns(const CSVFileLoader& loader, const Format& format,
+QVector<FileHandling::Found> FileHandling::findColumns(const QStringList& names, const Format& format,
                                                        ImportReport& report)
 {
     QVector<Found> found;
-    report.unknownColumns = loader.GetColumnNames();
+    report.unknownColumns = names;
     report.unknownColumns.removeAll(QString()); // what stands behind a trailing separator
     for (const Column& column : format.columns) {
-        if (const CSVColumn* cells = loader.GetColumn(column.name))
-            found.append({&column, cells->GetValues()});
+        if (const int place = names.indexOf(column.name); place >= 0)
+            found.append({&column, place});
         else if (!column.isNeeded)
             report.missingColumns.append(column.name);
         report.unknownColumns.removeAll(column.name);
@@ -74,13 +96,14 @@ QVector<FileHandling::Found> FileHandling::findColumns(const CSVFileLoader& load
 
 void FileHandling::readFormat(QString const& file, FrequencyStoreList& list, const Format& format, ImportReport& report)
 {
-    CSVFileLoader loader;
-    load(loader, file, report);
-    const QVector<Found> found = findColumns(loader, format, report);
-    for (int row = 0; row < found.first().cells->size(); ++row) {
-        CsvCell place{loader.GetLine(row), {}, {}};
+    const Table table = load(file, report);
+    const QVector<Found> found = findColumns(table.columns, format, report);
+    QVector<QStringView> cells;
+    for (const Table::Row& row : table.rows) {
+        CsvCell place{row.line, {}, {}};
         try {
-            list.AppendFrequencyStoreEntry(readRow(found, row, format, place, report));
+            csv::split(row.cells, cells);
+            list.AppendFrequencyStoreEntry(readRow(found, cells, format, place, report));
             ++report.entries;
         } catch (const TallyException&) {
             report.failed = place;
@@ -90,20 +113,20 @@ void FileHandling::readFormat(QString const& file, FrequencyStoreList& list, con
 }
 
 /// Reads an entry; if that fails, `place` tells the cell at fault.
-FrequencyStoreEntry FileHandling::readRow(const QVector<Found>& found, int row, const Format& format, CsvCell& place,
-                                          ImportReport& report)
+FrequencyStoreEntry FileHandling::readRow(const QVector<Found>& found, const QVector<QStringView>& cells,
+                                          const Format& format, CsvCell& place, ImportReport& report)
 {
-    if (found.first().cells->at(row).isEmpty()) {
+    if (cells[found.first().place].isEmpty()) {
         place.column = format.columns.first().name;
         throw TallyException(QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!"));
     }
     FrequencyStoreEntry entry;
     for (const Found& each : found) {
-        const QString& text = each.cells->at(row);
+        const QStringView text = cells[each.place];
         if (each.column->absent == Column::Absent::LeavesUnset && text == csv::absent())
             continue;
         CellText cell(text);
-        const auto cellPlace = [&] { return CsvCell{place.line, each.column->name, text}; };
+        const auto cellPlace = [&] { return CsvCell{place.line, each.column->name, text.toString()}; };
         try {
             each.column->read(entry, cell);
         } catch (const TallyException&) {

@@ -5,7 +5,6 @@
 
 namespace Velmara {
 
-class CSVFileLoader;
 class CellText;
 
 /// The door to files: lists as XML documents and as CSV files, with one CSV format per list type.
@@ -86,9 +85,9 @@ private:
     int appendLine(const QVector<const Column*>& columns, const Format& format, QString& text, Append append);
     void appendCell(const FrequencyStoreEntry& entry, const Column& column, QString& line, bool last);
     void readFormat(QString const& file, FrequencyStoreList& list, const Format& format, ImportReport& report);
-    static QVector<Found> findColumns(const CSVFileLoader& loader, const Format& format, ImportReport& report);
-    static FrequencyStoreEntry readRow(const QVector<Found>& found, int row, const Format& format, CsvCell& place,
-                                       ImportReport& report);
+    static QVector<Found> findColumns(const QStringList& names, const Format& format, ImportReport& report);
+    static FrequencyStoreEntry readRow(const QVector<Found>& found, const QVector<QStringView>& cells,
+                                       const Format& format, CsvCell& place, ImportReport& report);
 
     /// Appends a cell: the item, or "---" if it is empty. The last one ends the row.
     void SetCSVItem(QString& item, QString& line, bool last);

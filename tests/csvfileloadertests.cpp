@@ -1,5 +1,6 @@
 #include "exchangefixture.h"
 
+#include <QTextCodec>
 #include <QTextStream>
 
 using namespace Velmara;
@@ -19,6 +20,37 @@ QString load(QString text, const QString& name = "x.csv")
     for (const QString& column : loader.GetColumnNames())
         columns += column + "=" + loader.GetColumn(column)->GetValues()->join(',');
     return columns.join(' ');
+}
+
+/// All that a load leaves behind; `hasMore` tells whether data are left then.
+template <class Load, class HasMore> QString traceOf(Load load, HasMore hasMore)
+{
+    CSVFileLoader loader;
+    QStringList trace{messageOf<TallyException>([&] { load(loader); })};
+    for (const QString& column : loader.GetColumnNames())
+        trace += column + "=" + loader.GetColumn(column)->GetValues()->join('|');
+    for (int row = 0; loader.GetLine(row); ++row)
+        trace += QString::number(loader.GetLine(row));
+    const bool isLoaded = trace.first() == "none";
+    return trace.join(' ') + QString(" last %1 more %2").arg(loader.GetLastLine()).arg(isLoaded && hasMore(loader));
+}
+
+QString traceOfFile(const QString& path)
+{
+    return traceOf([&](CSVFileLoader& loader) { loader.LoadFile(path); },
+                   [](CSVFileLoader& loader) { return loader.HasDataBehindEnd(); });
+}
+
+/// The same through a stream, which finds the lines by itself.
+QString traceOfStream(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
+    QTextStream stream(file.readAll());
+    stream.setCodec("UTF-8");
+    stream.setAutoDetectUnicode(true);
+    return traceOf([&](CSVFileLoader& loader) { loader.LoadFile(stream, path); },
+                   [&](CSVFileLoader&) { return !stream.readAll().remove('\n').isEmpty(); });
 }
 
 } // namespace
@@ -89,4 +121,33 @@ TEST_F(CsvFiles, KnowTheirLines)
     }
     EXPECT_EQ(messageOf<TallyException>([&] { CSVFileLoader(path("none")); }),
               "Can't open file for reading: '" + path("none") + "'");
+}
+
+TEST_F(CsvFiles, ReadAsStreamsDo)
+{
+    const auto expectSame = [&](const QByteArray& bytes) {
+        const QString file = write("x.csv", bytes);
+        EXPECT_EQ(traceOfFile(file), traceOfStream(file)) << bytes.left(200).toHex().toStdString();
+    };
+    const QString text = QString::fromUtf8("#\na;\u00e4\n\U0001F4E1;2\r\n\n3;4\n");
+    for (const char* codec : {"UTF-8", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"}) {
+        QTextCodec::ConverterState state; // writes a byte order mark
+        expectSame(QTextCodec::codecForName(codec)->fromUnicode(text.data(), text.size(), &state));
+    }
+    QVector<QByteArray> pieces{"a", ";", "\n",       "\n",       "\r\n", "\r",
+                               "#", " ", "\xC3\xA4", "\xE2\x82", "\xFF", "\xEF\xBB\xBF"};
+    pieces += QByteArray(1, '\0');
+    for (const int length : {10238, 10239, 10240, 10241, 16383, 20480})
+        pieces += QByteArray(length, 'x');
+    std::mt19937 random(5);
+    for (int i = 0; i < 400; ++i) {
+        QByteArray bytes = i % 2 ? "a\n" : "a;b\n";
+        for (int count = int(random() % 12); count >= 0; --count) {
+            const QByteArray& piece = pieces[int(random() % unsigned(pieces.size()))];
+            bytes += piece == ";" && i % 2 ? QByteArray("y") : piece;
+            if (i % 2 == 0 && random() % 2)
+                bytes += ";z\n";
+        }
+        expectSame(bytes);
+    }
 }

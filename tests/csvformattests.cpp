@@ -286,7 +286,8 @@ TEST_F(CsvFormats, TellWhatAnImportMet)
     EXPECT_EQ(reported(target, ListType::TargetList, 0).error, "Profile_Data: Please set ProfileName properly.");
     const QByteArray results = "Type;Frequency;IFBandwidth;LockState\na;1;2;---\na;1;2;lost\n";
     EXPECT_EQ(reported(results, ListType::DataResults, 1).error, "ResultList: Please set Confidence properly.");
-    EXPECT_EQ(place(reported("", ListType::NotePad, 0).failed), "0  ");
+    for (const char* nothing : {"", "\xEF\xBB\xBF"})
+        EXPECT_EQ(place(reported(nothing, ListType::NotePad, 0).failed), "0  ");
 
     EXPECT_EQ(reported(head + "\n\nb;1;2;AM\n", ListType::NotePad, 1).emptyLine, 4);
     EXPECT_EQ(reported(head + "\n\n", ListType::NotePad, 1).emptyLine, 0);
