@@ -94,6 +94,19 @@ QVector<FileHandling::Found> FileHandling::findColumns(const QStringList& names,
     return found;
 }
 
+namespace {
+
+/// Appends as AppendFrequencyStoreEntry does, which copies the entry and all that it holds.
+void append(FrequencyStoreList& list, FrequencyStoreEntry&& entry)
+{
+    if (entry.HasData())
+        list.GetFrequencyStoreEntry().append(std::move(entry));
+    else
+        list.AppendFrequencyStoreEntry(entry); // which may refuse it
+}
+
+} // namespace
+
 void FileHandling::readFormat(QString const& file, FrequencyStoreList& list, const Format& format, ImportReport& report)
 {
     const Table table = load(file, report);
@@ -103,7 +116,7 @@ void FileHandling::readFormat(QString const& file, FrequencyStoreList& list, con
         CsvCell place{row.line, {}, {}};
         try {
             csv::split(row.cells, cells);
-            list.AppendFrequencyStoreEntry(readRow(found, cells, format, place, report));
+            append(list, readRow(found, cells, format, place, report));
             ++report.entries;
         } catch (const TallyException&) {
             report.failed = place;
