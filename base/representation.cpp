@@ -92,7 +92,7 @@ bool readRepresentation(ITallyObject& object, quint32 tag, const QByteArray& byt
 
 bool ITallyObject::GetBinaryRepresentation(QDataStream& stream) const
 {
-    return GetBinary(stream, representationTag(), true) && stream.status() == QDataStream::Ok;
+    return GetBinary(stream, int(m_id), true) && stream.status() == QDataStream::Ok;
 }
 
 QByteArray ITallyObject::GetBinaryRepresentationAsQByteArray() const
@@ -121,15 +121,15 @@ QByteArray ITallyObject::GetCompressedBinaryRepresentationAsQByteArray() const
 
 bool ITallyObject::SetBinaryRepresentation(const QByteArray& representation)
 {
-    return readRepresentation(*this, quint32(representationTag()), representation, QStringLiteral("bytes"));
+    return readRepresentation(*this, m_id, representation, QStringLiteral("bytes"));
 }
 
 bool ITallyObject::SetBinaryRepresentation(QDataStream& stream)
 {
-    if (nextWord(stream) != quint32(representationTag())) {
+    if (nextWord(stream) != m_id) {
         QByteArray compressed;
         stream >> compressed;
-        return readRepresentation(*this, quint32(representationTag()), compressed, QStringLiteral("stream"));
+        return readRepresentation(*this, m_id, compressed, QStringLiteral("stream"));
     }
     qint32 tag = 0;
     qint32 length = 0;
@@ -153,7 +153,7 @@ bool ITallyObject::LoadBinary(const QString& path)
     const QByteArray streamed = bytes.mid(wordSize);
     if (wordAt(bytes, 0) == quint32(streamed.size()) && isCompressed(streamed)) // written by way of a stream
         bytes = streamed;
-    return readRepresentation(*this, quint32(representationTag()), bytes, path);
+    return readRepresentation(*this, m_id, bytes, path);
 }
 
 bool ITallyObject::MergeTallyObject(const ITallyObject& other)

@@ -5,12 +5,19 @@
 
 namespace TALLYFORM {
 
+constinit const std::shared_ptr<Logger> ITallyObject::noLogger;
+
 ITallyObject::ITallyObject(ITallyObject&& other) noexcept
-    : m_id(other.m_id), m_name(other.m_name), m_logger(other.m_logger), m_type(other.m_type),
+    : m_name(other.m_name), m_logger(other.m_logger), m_id(other.m_id), m_type(other.m_type),
       m_validate(other.m_validate)
 {}
 
 ITallyObject::~ITallyObject() = default;
+
+void ITallyObject::SetLogger(std::shared_ptr<Logger> logger) const
+{
+    m_logger = logger ? new SharedLogger{{}, std::move(logger)} : nullptr;
+}
 
 const QString& ITallyObject::GetVersion() const
 {

@@ -4,6 +4,7 @@
 #include "base/tallybase_export.h"
 
 #include <QDateTime>
+#include <QExplicitlySharedDataPointer>
 #include <QString>
 #include <QVarLengthArray>
 
@@ -31,7 +32,7 @@ public:
     ITallyObject() = default;
     /// The same with a type.
     explicit ITallyObject(ObjectTypes type) : m_type(type) {}
-    /// Takes over what `other` is; `other` keeps its name, so that it stays usable.
+    /// Takes over what `other` is; `other` stays usable.
     ITallyObject(ITallyObject&& other) noexcept;
     ITallyObject(const ITallyObject&) = delete;
     ITallyObject& operator=(const ITallyObject&) = delete;
@@ -122,7 +123,7 @@ public:
     /// Whether validation is on.
     virtual bool GetValidate() const { return m_validate; }
     /// Sets where the object tells why an operation answered with false.
-    virtual void SetLogger(std::shared_ptr<Logger> logger) const { m_logger = std::move(logger); }
+    virtual void SetLogger(std::shared_ptr<Logger> logger) const;
     /// Takes the logger away.
     virtual void ResetLogger() const { SetLogger(nullptr); }
     /// The version of the object's schema; empty if it has none.
@@ -133,7 +134,13 @@ public:
     virtual void SetObjectName(const QString& name) { m_name = name; }
 
     /// The logger; null if there is none.
-    const std::shared_ptr<Logger>& GetLogger() const { return m_logger; }
+    const std::shared_ptr<Logger>& GetLogger() const { return m_logger ? m_logger->logger : noLogger; }
+    /// Sets the logger that another object has.
+    void ShareLogger(const ITallyObject& other) const { m_logger = other.m_logger; }
+    bool HasLoggerOf(const ITallyObject& other) const
+    {
+        return m_logger == other.m_logger || GetLogger() == other.GetLogger();
+    }
     /// Passes over the `length` bytes of a field that the object does not know.
     static void skipCurrentElement(QDataStream& stream, int length, int tag);
 
@@ -142,20 +149,33 @@ public:
     virtual bool AppendXml(QByteArray& document, bool isIndented) const;
 
 protected:
+    /// An object of a class: with its identifier and the name of its element.
+    ITallyObject(qint64 id, QString name, ObjectTypes type) : m_name(std::move(name)), m_id(quint32(id)), m_type(type)
+    {}
+
     /// Reads the child element on whose start the reader stands; one left alone has its own children offered next.
     virtual void ProcessXmlStartElement(QXmlStreamReader& reader);
 
     /// The text of the current element, see ReadElementText; never null.
     QString GetTextValue(QXmlStreamReader& reader) const;
 
-    /// Tells objects of different classes apart; its low 32 bits are the tag of the representation.
-    qint64 m_id = 0;
-
 private:
-    int representationTag() const { return int(quint32(m_id)); }
+    /// One for a whole tree, so that its objects are small.
+    struct SharedLogger : QSharedData
+    {
+        std::shared_ptr<Logger> logger;
+    };
+
+    static const std::shared_ptr<Logger> noLogger;
 
     QString m_name;
-    mutable std::shared_ptr<Logger> m_logger;
+    mutable QExplicitlySharedDataPointer<SharedLogger> m_logger;
+
+protected:
+    /// Tells objects of different classes apart; the tag of the representation.
+    quint32 m_id = 0;
+
+private:
     ObjectTypes m_type = ObjectTypes::None;
     mutable bool m_validate = true;
 };

@@ -168,3 +168,35 @@ TEST(Streams, EndOrFailAsTheyAre)
     QDataStream none;
     EXPECT_FALSE(station(QDateTime()).GetBinary(none, 7, true));
 }
+
+TEST(Streams, WriteWhereTheyStand)
+{
+    const Station s = station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
+    const QByteArray form = packed(s);
+    for (const int place : {0, 2, 4}) {
+        QByteArray bytes("abcd");
+        const QByteArray kept = bytes;
+        QBuffer buffer(&bytes);
+        ASSERT_TRUE(buffer.open(QIODevice::ReadWrite) && buffer.seek(place));
+        QDataStream stream(&buffer);
+        stream.setVersion(QDataStream::Qt_5_15);
+        s.GetVersionSpecificBinaryWithoutValidation(stream);
+        stream << quint8('z');
+        EXPECT_EQ(bytes, kept.left(place) + form + 'z');
+        EXPECT_EQ(kept, "abcd");
+    }
+}
+
+TEST(Streams, AreAsTheyWereIfNothingIsWritten)
+{
+    Area unset, empty; // a mandatory list that is not there throws, one without items declines
+    unset.SetName("Harbour");
+    empty = unset;
+    empty.GetCoordinate();
+    QByteArray bytes("abcd");
+    QDataStream stream(&bytes, QIODevice::Append);
+    EXPECT_THROW(unset.GetBinary(stream, 7, true), TALLYFORM::TallyException);
+    EXPECT_FALSE(empty.GetBinary(stream, 7, true));
+    stream << quint8('z');
+    EXPECT_EQ(bytes, "abcdz");
+}

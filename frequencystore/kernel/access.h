@@ -78,7 +78,7 @@ void grow(const ITallyObject& self, RecordData& data, const Member& m, QVector<T
         T& item = list.last();
         if constexpr (IsRecord<T>) {
             item.ITallyObject::SetValidate(self.ITallyObject::GetValidate());
-            item.ITallyObject::SetLogger(self.GetLogger());
+            item.ShareLogger(self);
         }
         build(item);
         if (self.ITallyObject::GetValidate() && !isWhole(self, item))

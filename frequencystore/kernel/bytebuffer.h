@@ -11,7 +11,7 @@ class ByteBuffer
 {
 public:
     explicit ByteBuffer(QByteArray& bytes) : m_bytes(bytes), m_size(bytes.size()), m_room(bytes.size()) {}
-    ~ByteBuffer() { m_bytes.resize(m_size); }
+    ~ByteBuffer() { trim(); }
     ByteBuffer(const ByteBuffer&) = delete;
     ByteBuffer& operator=(const ByteBuffer&) = delete;
 
@@ -26,6 +26,9 @@ public:
         return m_start + m_size - size;
     }
     void append(const char* bytes, int size) { std::copy_n(bytes, size, extend(size)); }
+    void truncate(int size) { m_size = size; }
+    /// Gives up the spare room.
+    void trim() { m_bytes.resize(m_room = m_size); }
 
 private:
     /// Throws std::bad_alloc beyond what a byte array can hold.

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <bit>
 
 namespace Velmara::kernel {
@@ -10,7 +11,45 @@ namespace {
 
 constexpr quint32 nullLength = 0xffffffff;
 
+QBuffer* memoryOf(const QDataStream& stream)
+{
+    QBuffer* const buffer = qobject_cast<QBuffer*>(stream.device());
+    return buffer && !buffer->isTextModeEnabled() ? buffer : nullptr;
+}
+
+QBuffer* memoryBehind(const QDataStream& stream)
+{
+    QBuffer* const buffer = memoryOf(stream);
+    const bool isAppended = stream.status() == QDataStream::Ok && buffer && buffer->pos() == buffer->size();
+    return isAppended && buffer->isWritable() ? buffer : nullptr;
+}
+
 } // namespace
+
+bool StreamForm::isTextAt(const char* words, const QString& text) const
+{
+    return std::all_of(text.begin(), text.end(), [&](QChar c) {
+        const quint16 word = inOrder(qFromUnaligned<quint16>(words));
+        words += sizeof word;
+        return c == word;
+    });
+}
+
+ByteSink::ByteSink(QDataStream& stream)
+    : m_stream(stream), m_form(stream), m_memory(memoryBehind(stream)),
+      m_buffer(m_memory ? m_memory->buffer() : m_bytes), m_start(m_buffer.size())
+{}
+
+bool ByteSink::flush()
+{
+    if (!m_memory)
+        return m_stream.device() && m_stream.writeRawData(m_buffer.at(0), m_buffer.size()) >= 0;
+    m_buffer.trim();
+    if (m_start == 0)
+        m_memory->buffer().squeeze();
+    m_start = m_buffer.size();
+    return m_memory->seek(m_start);
+}
 
 void ByteSink::patch(int position, quint32 word)
 {
@@ -38,12 +77,7 @@ void ByteSink::put(const QString& text)
         return put(nullLength);
     constexpr int width = sizeof(quint16);
     put(quint32(width * text.size()));
-    char* to = m_buffer.extend(width * text.size());
-    for (const QChar c : text) {
-        const quint16 ordered = m_form.inOrder(quint16(c.unicode()));
-        std::memcpy(to, &ordered, width);
-        to += width;
-    }
+    m_form.copyInOrder(text.constData(), text.size(), m_buffer.extend(width * text.size()));
 }
 
 void ByteSink::put(const QDateTime& time)
@@ -57,18 +91,32 @@ void ByteSink::put(const QDateTime& time)
 
 ByteSource::ByteSource(QDataStream& stream) : m_stream(stream), m_form(stream)
 {
-    QBuffer* const buffer = qobject_cast<QBuffer*>(stream.device());
-    if (!buffer || !buffer->isReadable() || buffer->isTextModeEnabled() || !m_form.isCurrent())
+    QBuffer* const buffer = memoryOf(stream);
+    if (!buffer || !buffer->isReadable() || !m_form.isCurrent())
         return;
     m_buffer = buffer;
     m_bytes = buffer->data();
     m_at = int(qMin<qint64>(buffer->pos(), m_bytes.size()));
 }
 
+void ByteSource::readOn()
+{
+    if (m_buffer)
+        m_at = int(m_buffer->pos());
+}
+
 void ByteSource::giveBack()
 {
     if (m_buffer)
         m_buffer->seek(m_at);
+}
+
+void ByteSource::readRawAsStream(char* to, int size)
+{
+    giveBack();
+    if (m_stream.readRawData(to, size) != size)
+        failAtEnd();
+    readOn();
 }
 
 void ByteSource::skip(int size)
@@ -125,7 +173,7 @@ bool ByteSource::getSized(const char*& bytes, int& size, int multiple)
     return true;
 }
 
-std::string_view ByteSource::text(QByteArray& room)
+std::string_view ByteSource::bytes(QByteArray& room)
 {
     const char* start = nullptr;
     int size = 0;
@@ -142,9 +190,23 @@ bool ByteSource::get(QString& text)
     if (!getSized(start, size, sizeof(QChar)))
         return false;
     text = start ? QString(size / int(sizeof(QChar)), Qt::Uninitialized) : QString();
-    for (QChar* to = text.data(); size > 0; size -= int(sizeof(QChar)), start += sizeof(QChar))
-        *to++ = QChar(m_form.inOrder(qFromUnaligned<quint16>(start)));
+    if (size > 0)
+        m_form.copyInOrder(start, text.size(), text.data());
     return true;
+}
+
+QString ByteSource::text(const QString& expected)
+{
+    const int start = m_at;
+    const char* words = nullptr;
+    int size = 0;
+    if (m_buffer && getSized(words, size, sizeof(QChar)) && size == int(sizeof(QChar)) * expected.size()
+        && m_form.isTextAt(words, expected))
+        return expected;
+    m_at = start;
+    QString text;
+    *this >> text;
+    return text;
 }
 
 int plausible(const ByteSource& in, qint32 count)

@@ -29,6 +29,13 @@ public:
     bool isCurrent() const { return m_isCurrent; }
     bool isSingle() const { return m_isSingle; }
     template <class T> T inOrder(T value) const { return m_isBigEndian ? qToBigEndian(value) : qToLittleEndian(value); }
+    /// Copies the words of a text into the order of the stream, or out of it.
+    void copyInOrder(const void* from, int count, void* to) const
+    {
+        m_isBigEndian ? qToBigEndian<quint16>(from, count, to) : qToLittleEndian<quint16>(from, count, to);
+    }
+    /// Whether the words at a place, in the order of the stream, are those of a text.
+    bool isTextAt(const char* words, const QString& text) const;
 
 private:
     bool m_isBigEndian;
@@ -36,11 +43,13 @@ private:
     bool m_isCurrent;
 };
 
-/// Gathers bytes, and gives them to the stream in the end.
+/// Gathers bytes, and gives them to the stream in the end; where that writes to memory, they are gathered there.
 class ByteSink
 {
 public:
-    explicit ByteSink(QDataStream& stream) : m_stream(stream), m_form(stream) {}
+    explicit ByteSink(QDataStream& stream);
+    /// Takes back what was not flushed.
+    ~ByteSink() { m_buffer.truncate(m_start); }
     ByteSink(const ByteSink&) = delete;
     ByteSink& operator=(const ByteSink&) = delete;
 
@@ -58,7 +67,7 @@ public:
     /// Puts a word in the place of an earlier one.
     void patch(int position, quint32 word);
     /// Gives all to the stream; false if that has no device.
-    bool flush() { return m_stream.device() && m_stream.writeRawData(m_buffer.at(0), m_buffer.size()) >= 0; }
+    bool flush();
 
 private:
     void put(bool value) { put(qint8(value)); }
@@ -87,8 +96,10 @@ private:
 
     QDataStream& m_stream;
     StreamForm m_form;
-    QByteArray m_bytes;
-    ByteBuffer m_buffer{m_bytes};
+    QBuffer* const m_memory; ///< what the stream appends to, or null
+    QByteArray m_bytes;      ///< the place of the bytes if it is null
+    ByteBuffer m_buffer;
+    int m_start; ///< how much of the buffer is not ours
 };
 
 /// Reads what a stream holds in memory past the stream, which goes on behind it in the end, and all else through it.
@@ -107,7 +118,17 @@ public:
         return *this;
     }
     /// The bytes behind a length, where they are or in `room`; valid until the next call.
-    std::string_view text(QByteArray& room);
+    std::string_view bytes(QByteArray& room);
+    /// A text that mostly is the expected one, which then is shared.
+    QString text(const QString& expected);
+    /// Bytes as they are; those that are not there stay as they were.
+    void readRaw(char* to, int size)
+    {
+        if (m_buffer && size <= left())
+            std::memcpy(to, next(size), size_t(size));
+        else
+            readRawAsStream(to, size);
+    }
     int version() const { return m_stream.version(); }
     void skip(int size);
     bool atEnd() const { return m_buffer ? m_at >= m_bytes.size() : m_stream.atEnd(); }
@@ -142,11 +163,13 @@ private:
     /// The bytes behind a length, if they are there; null for the length that stands for a null value.
     bool getSized(const char*& bytes, int& size, int multiple);
     void giveBack();
+    void readOn();
+    void readRawAsStream(char* to, int size);
     template <class T> void getAsStream(T& value)
     {
         giveBack();
         m_stream >> value;
-        m_at = m_buffer ? int(m_buffer->pos()) : 0;
+        readOn();
     }
 
     QDataStream& m_stream;

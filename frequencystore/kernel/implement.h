@@ -64,15 +64,8 @@ template <class R> bool Record<R>::prepareNames()
 
 #define VELMARA_IMPLEMENT_RECORD(R)                                                                                    \
     template struct kernel::Record<R>;                                                                                 \
-    R::R()                                                                                                             \
+    R::R(const R& other) : ITallyObject(id, GetStaticObjectName(), other.GetObjectType()), m_data(other.m_data)        \
     {                                                                                                                  \
-        ITallyObject::SetObjectName(GetStaticObjectName());                                                            \
-        m_id = id;                                                                                                     \
-    }                                                                                                                  \
-    R::R(const R& other) : ITallyObject(other.GetObjectType()), m_data(other.m_data)                                   \
-    {                                                                                                                  \
-        ITallyObject::SetObjectName(GetStaticObjectName());                                                            \
-        m_id = id;                                                                                                     \
         ITallyObject::SetValidate(other.GetValidate());                                                                \
         kernel::Record<R>::propagate(*this);                                                                           \
     }                                                                                                                  \
@@ -109,14 +102,12 @@ template <class R> bool Record<R>::prepareNames()
     void R::GetXml(QXmlStreamWriter& writer) const                                                                     \
     {                                                                                                                  \
         kernel::QtXmlSink sink(writer);                                                                                \
-        kernel::Record<R>::verify(*this);                                                                              \
-        kernel::Record<R>::writeXml(*this, sink);                                                                      \
+        kernel::Record<R>::writeXmlTree(*this, sink);                                                                  \
     }                                                                                                                  \
     bool R::AppendXml(QByteArray& document, bool isIndented) const                                                     \
     {                                                                                                                  \
         kernel::Utf8XmlSink sink(document, isIndented);                                                                \
-        kernel::Record<R>::verify(*this);                                                                              \
-        kernel::Record<R>::writeXml(*this, sink);                                                                      \
+        kernel::Record<R>::writeXmlTree(*this, sink);                                                                  \
         return sink.isCarried();                                                                                       \
     }                                                                                                                  \
     void R::ProcessXml(QXmlStreamReader& reader)                                                                       \

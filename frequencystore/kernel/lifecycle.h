@@ -13,19 +13,19 @@ namespace Velmara::kernel {
 struct Heritage
 {
     std::optional<bool> validate = std::nullopt;
-    const std::shared_ptr<TALLYFORM::Logger>* logger = nullptr;
+    const ITallyObject* logger = nullptr; ///< whose logger
 
     void giveTo(const ITallyObject& object) const
     {
         if (validate)
             object.ITallyObject::SetValidate(*validate);
         if (logger)
-            object.ITallyObject::SetLogger(*logger);
+            object.ShareLogger(*logger);
     }
     bool isHeldBy(const ITallyObject& object) const
     {
         return (!validate || object.ITallyObject::GetValidate() == *validate)
-            && (!logger || object.GetLogger() == *logger);
+            && (!logger || object.HasLoggerOf(*logger));
     }
 };
 
@@ -81,14 +81,11 @@ template <class R> void Record<R>::setValidate(const R& r, bool validate) { hand
 
 template <class R> void Record<R>::setLogger(const R& r, const std::shared_ptr<TALLYFORM::Logger>& logger)
 {
-    handDown(r, {.logger = &logger});
+    r.ITallyObject::SetLogger(logger);
+    handDown(r, {.logger = &r});
 }
 
-template <class R> void Record<R>::propagate(const R& r)
-{
-    const std::shared_ptr<TALLYFORM::Logger> logger = r.GetLogger();
-    handDown(r, {.validate = r.GetValidate(), .logger = &logger});
-}
+template <class R> void Record<R>::propagate(const R& r) { handDown(r, {.validate = r.GetValidate(), .logger = &r}); }
 
 /// What precedes the writing of a tree.
 template <class R> void Record<R>::verify(const R& r)
@@ -116,7 +113,8 @@ template <class R> void Record<R>::own(const R& r)
         return;
     }
     r.m_data = new Data;
-    propagate(r);
+    if (!r.ITallyObject::GetValidate() || r.GetLogger())
+        propagate(r); // to children that are as new, and so else have the same
 }
 
 template <class R> void Record<R>::reset(R& r)
@@ -141,17 +139,20 @@ template <class R> void Record<R>::resetToDefault(R& r)
 
 template <class R> bool Record<R>::isOlder(const R& r)
 {
-    if constexpr (IsVersioned<R>)
-        return R::schemaVersion().toFloat() > held(r)->versionLoaded.toFloat();
-    else
+    if constexpr (!IsVersioned<R>)
         return true;
+    else if (held(r)->versionLoaded.isSharedWith(R::schemaVersion())) // as readers leave it if it is the same
+        return false;
+    else
+        return R::schemaVersion().toFloat() > held(r)->versionLoaded.toFloat();
 }
 
-/// Older input starts from the reset values.
-template <class R> void Record<R>::upgrade(R& r)
+/// Takes the schema version of the input. Older input starts from the reset values.
+template <class R> void upgrade(R& r, const QString& version)
 {
-    if (isOlder(r))
-        resetToDefault(r);
+    Record<R>::layout(r).versionLoaded = version;
+    if (Record<R>::isOlder(r))
+        Record<R>::resetToDefault(r);
 }
 
 } // namespace Velmara::kernel

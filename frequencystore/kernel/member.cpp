@@ -16,6 +16,13 @@ QStringList splitNames(const char* labels)
     return text.simplified().split(QStringLiteral(", "));
 }
 
+const QString& Member::nameAt(int value) const
+{
+    static const QString none;
+    const QStringList& list = names();
+    return value >= 0 && value < list.size() ? list.at(value) : none;
+}
+
 int Member::valueOf(QStringView text) const
 {
     const QStringList& list = names();

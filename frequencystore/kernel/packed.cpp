@@ -3,7 +3,6 @@
 #include "base/exceptions.h"
 
 #include <QTimeZone>
-#include <QtEndian>
 
 namespace Velmara::kernel {
 
@@ -57,27 +56,9 @@ void getPacked(ByteSource& in, QDateTime& time)
     }
 }
 
-void putBits(ByteSink& out, quint64 bits, int count)
-{
-    const quint64 bytes = qToLittleEndian(bits);
-    out.append(reinterpret_cast<const char*>(&bytes), (count + 7) / 8);
-}
-
-quint64 getBits(ByteSource& in, int count)
-{
-    quint64 bits = 0;
-    for (int i = 0; i < count; i += 8) {
-        quint8 byte = 0;
-        in >> byte;
-        bits |= quint64(byte) << i;
-    }
-    return bits & ((quint64(1) << count) - 1);
-}
-
 QString getVersion(const ITallyObject& self, ByteSource& in, const QString& expected)
 {
-    QString version;
-    in >> version;
+    const QString version = in.text(expected);
     if (version != expected && in.isOk())
         throw TALLYFORM::BinaryParsingException(
             QStringLiteral("%1: the packed stream has schema version '%2', only '%3' can be read.")

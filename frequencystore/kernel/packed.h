@@ -8,17 +8,10 @@
 
 namespace Velmara::kernel {
 
-template <class T> constexpr auto packedTypeOf()
-{
-    if constexpr (IsEnum<T>)
-        return std::type_identity<qint8>();
-    else if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>)
-        return std::type_identity<qint64>();
-    else
-        return std::type_identity<T>();
-}
-/// How a value of one type stands on the stream.
-template <class T> using Packed = typename decltype(packedTypeOf<T>())::type;
+/// How a number or an enumeration stands on the stream; all other values stand as they are.
+template <class T> using Packed = std::conditional_t<IsEnum<T>, qint8, qint64>;
+template <class T> inline constexpr bool isPackedAsItIs
+    = !IsEnum<T> && (!std::is_integral_v<T> || std::is_same_v<T, bool>);
 
 /// As QDataStream does, but a time zone that the system does not know makes the date-time null: Qt could not write it
 /// again, and would open whatever file its name leads to.
@@ -29,6 +22,8 @@ template <class T> void putPacked(ByteSink& out, const T& value)
 {
     if constexpr (IsRecord<T>)
         Record<T>::writePacked(value, out);
+    else if constexpr (isPackedAsItIs<T>)
+        out << value;
     else
         out << static_cast<Packed<T>>(value);
 }
@@ -37,6 +32,8 @@ template <class T> void getPacked(ByteSource& in, T& value)
 {
     if constexpr (IsRecord<T>) {
         Record<T>::readPacked(value, in);
+    } else if constexpr (isPackedAsItIs<T>) {
+        in >> value;
     } else {
         Packed<T> packed{};
         in >> packed;
@@ -54,7 +51,7 @@ class PackedWriter
 public:
     PackedWriter(const RecordData& data, ByteSink& out) : m_data(data), m_out(out) {}
 
-    template <class T> void operator()(const Member& m, const T& value) const
+    template <class T> VELMARA_FOLDED void operator()(const Member& m, const T& value) const
     {
         if (isChoiceAhead(m))
             m_out << m_data.choice;
@@ -82,7 +79,7 @@ class PackedReader
 public:
     PackedReader(const ITallyObject& self, RecordData& data, ByteSource& in) : m_self(self), m_data(data), m_in(in) {}
 
-    template <class T> void operator()(const Member& m, T& field) const
+    template <class T> VELMARA_FOLDED void operator()(const Member& m, T& field) const
     {
         if (isChoiceAhead(m))
             m_in >> m_data.choice;
@@ -107,8 +104,18 @@ private:
 };
 
 /// The presence bits as bytes, the lowest bit first.
-void putBits(ByteSink& out, quint64 bits, int count);
-quint64 getBits(ByteSource& in, int count);
+template <int count> inline constexpr int bytesOfBits = (count + 7) / 8;
+template <int count> void putBits(ByteSink& out, quint64 bits)
+{
+    const quint64 bytes = qToLittleEndian(bits);
+    out.append(reinterpret_cast<const char*>(&bytes), bytesOfBits<count>);
+}
+template <int count> quint64 getBits(ByteSource& in)
+{
+    quint64 bytes = 0;
+    in.readRaw(reinterpret_cast<char*>(&bytes), bytesOfBits<count>);
+    return qFromLittleEndian(bytes) & ((quint64(1) << count) - 1);
+}
 
 /// Reads a schema version; throws BinaryParsingException for another than that of this code, unless the stream ended.
 QString getVersion(const ITallyObject& self, ByteSource& in, const QString& expected);
@@ -116,7 +123,7 @@ QString getVersion(const ITallyObject& self, ByteSource& in, const QString& expe
 template <class R> void Record<R>::writePacked(const R& r, ByteSink& out)
 {
     const auto& data = layout(r);
-    putBits(out, data.bits, data.count);
+    putBits<Layout<R>::count>(out, data.bits);
     if constexpr (IsVersioned<R>)
         out << R::schemaVersion();
     visit(data, PackedWriter(data, out));
@@ -125,10 +132,9 @@ template <class R> void Record<R>::writePacked(const R& r, ByteSink& out)
 template <class R> void Record<R>::readPacked(R& r, ByteSource& in)
 {
     auto& data = layout(r);
-    data.bits = getBits(in, data.count);
+    data.bits = getBits<Layout<R>::count>(in);
     if constexpr (IsVersioned<R>) {
-        data.versionLoaded = getVersion(r, in, R::schemaVersion());
-        upgrade(r);
+        upgrade(r, getVersion(r, in, R::schemaVersion()));
     }
     visit(data, PackedReader(r, data, in));
 }

@@ -28,8 +28,8 @@ struct VELMARA_EXPORT RecordData : QSharedData
     static constexpr int count = 0;
     static constexpr int position = 0;
 
-    quint64 bits = 0;      ///< presence of the members
     qint8 choice = -1;     ///< position of the chosen alternative
+    quint64 bits = 0;      ///< presence of the members
     QString versionLoaded; ///< the schema version of the input that was read
 
     RecordData() = default;
@@ -130,6 +130,9 @@ template <class R> struct Record
     static void check(const R& r, bool flag);
     static bool equal(const R& a, const R& b);
 
+    /// Whether the record is not to be written: under validation it is not if it lacks mandatory content.
+    static bool declines(const R& r) { return r.ITallyObject::GetValidate() && !hasData(r); }
+    static void writeXmlTree(const R& r, XmlSink& sink);
     static void writeXml(const R& r, XmlSink& sink);
     static void readXml(R& r, QXmlStreamReader& reader);
     static void readElement(R& r, QXmlStreamReader& reader);
@@ -152,10 +155,8 @@ template <class R> struct Record
 
     static void handDown(const R& r, const Heritage& heritage);
     static bool hasInherited(const R& r, const Heritage& heritage);
-
-private:
+    /// Whether the input is of an older schema version; any input of a record without one may be.
     static bool isOlder(const R& r);
-    static void upgrade(R& r);
 };
 
 } // namespace Velmara::kernel

@@ -14,7 +14,7 @@ public:                                                                         
     static qint64 GetId() { return id; }                                                                               \
     /** The name of the record's XML element. */                                                                       \
     static QString GetStaticObjectName() { return QStringLiteral(ELEMENT); }                                           \
-    R();                                                                                                               \
+    R() : ITallyObject(id, GetStaticObjectName(), {}) {}                                                               \
     /** Copies the content and the flag; the logger stays behind. */                                                   \
     R(const R& other);                                                                                                 \
     R(R&& other) noexcept;                                                                                             \
@@ -78,13 +78,16 @@ public:
 /// A record with a schema version.
 #define VELMARA_VERSION(VERSION)                                                                                       \
 public:                                                                                                                \
-    static QString schemaVersion() { return QStringLiteral(VERSION); }                                                 \
+    static const QString& schemaVersion()                                                                              \
+    {                                                                                                                  \
+        static const QString version = QStringLiteral(VERSION);                                                        \
+        return version;                                                                                                \
+    }                                                                                                                  \
     /** The schema version of this code. */                                                                            \
     const QString& GetVersion() const override                                                                         \
     {                                                                                                                  \
-        static const QString version = schemaVersion();                                                                \
         data();                                                                                                        \
-        return version;                                                                                                \
+        return schemaVersion();                                                                                        \
     }                                                                                                                  \
     /** The schema version of the input that was read; null before that. */                                            \
     const QString& GetInitialVersionLoaded() const { return data().versionLoaded; }

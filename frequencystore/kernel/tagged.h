@@ -145,11 +145,7 @@ private:
             value = T(wide);
         } else {
             QByteArray room;
-            const std::string_view utf8 = m_in.text(room);
-            if constexpr (std::is_same_v<T, double>)
-                value = toDouble(utf8);
-            else
-                parse(m_self, m, QString::fromUtf8(utf8.data(), int(utf8.size())), value);
+            parse(m_self, m, m_in.bytes(room), value);
         }
         return value;
     }
@@ -164,7 +160,7 @@ private:
 
 template <class R> bool Record<R>::writeTagged(const R& r, ByteSink& out, quint32 tag, bool writeTag)
 {
-    if (r.GetValidate() && !hasData(r))
+    if (declines(r))
         return false;
     const auto& data = layout(r);
     if (writeTag)
@@ -186,6 +182,9 @@ template <class R> bool Record<R>::writeTagged(const R& r, ByteSink& out, quint3
 
 template <class R> void readField(R& r, ByteSource& in, quint32 tag, qint32 length)
 {
+    if constexpr (IsVersioned<R>)
+        if (tag == versionTag)
+            return upgrade(r, in.text(R::schemaVersion()));
     auto& data = Record<R>::layout(r);
     const auto hasTag = [tag](const Member& m, const auto&) { return m.tag == tag; };
     if (!visitFirst(data, hasTag, TaggedReader(r, data, in, length)))
@@ -194,19 +193,13 @@ template <class R> void readField(R& r, ByteSource& in, quint32 tag, qint32 leng
 
 template <class R> void Record<R>::readTagged(R& r, ByteSource& in, int length)
 {
-    auto& data = layout(r);
     qint64 remaining = length;
     while (remaining > 0 && !in.atEnd()) {
         quint32 tag = 0;
         qint32 fieldLength = 0;
         in >> tag >> fieldLength;
         remaining -= 8 + qint64(fieldLength);
-        if (IsVersioned<R> && tag == versionTag) {
-            in >> data.versionLoaded;
-            upgrade(r);
-        } else {
-            readField(r, in, tag, fieldLength);
-        }
+        readField(r, in, tag, fieldLength);
     }
     if (remaining != 0 || !in.isOk())
         refuseLength(r);

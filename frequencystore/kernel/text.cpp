@@ -89,4 +89,27 @@ void parse(const ITallyObject& self, const Member& m, QStringView text, bool& va
     value = m.blank == Member::Blank::True;
 }
 
+ElementText widened(std::string_view utf8)
+{
+    ElementText text(int(utf8.size()));
+    QChar* to = text.data();
+    for (const char c : utf8) {
+        if (c & 0x80) {
+            const QString decoded = QString::fromUtf8(utf8.data(), int(utf8.size()));
+            text.clear();
+            text.append(decoded.constData(), decoded.size());
+            break;
+        }
+        *to++ = QLatin1Char(c);
+    }
+    return text;
+}
+
+void parse(const ITallyObject&, const Member&, std::string_view utf8, double& value) { value = toDouble(utf8); }
+
+void parse(const ITallyObject&, const Member&, std::string_view utf8, QString& value)
+{
+    value = utf8.empty() ? QLatin1String("") : QString::fromUtf8(utf8.data(), int(utf8.size()));
+}
+
 } // namespace Velmara::kernel

@@ -6,9 +6,11 @@
 #include "frequencystore/kernel/numbers.h"
 
 #include <array>
+#include <string_view>
 
 namespace Velmara::kernel {
 
+using TALLYFORM::ElementText;
 using TextBuffer = std::array<char, maxNumberLength>;
 
 /// The text of a value. What is made of a number is ASCII in the buffer; null for a date-time that has no text.
@@ -19,7 +21,7 @@ QLatin1String toText(const Member& m, quint64 value, TextBuffer& buffer);
 QLatin1String toText(const Member& m, bool value, TextBuffer& buffer);
 QLatin1String toText(const Member& m, const QDateTime& value, TextBuffer& buffer);
 inline const QString& toText(const Member&, const QString& value, TextBuffer&) { return value; }
-template <IsEnum E> QString toText(const Member& m, E value, TextBuffer&) { return m.nameAt(int(value)); }
+template <IsEnum E> const QString& toText(const Member& m, E value, TextBuffer&) { return m.nameAt(int(value)); }
 
 /// A text that is no number gives 0.
 void parse(const ITallyObject& self, const Member& m, QStringView text, double& value);
@@ -36,6 +38,18 @@ template <IsEnum E> void parse(const ITallyObject&, const Member& m, QStringView
     value = E(m.valueOf(text));
 }
 
+/// A text of UTF-8 as one of UTF-16, without a string on the heap.
+ElementText widened(std::string_view utf8);
+
+/// The same for texts of UTF-8.
+void parse(const ITallyObject& self, const Member& m, std::string_view utf8, double& value);
+void parse(const ITallyObject& self, const Member& m, std::string_view utf8, QString& value);
+template <class T> void parse(const ITallyObject& self, const Member& m, std::string_view utf8, T& value)
+{
+    const ElementText text = widened(utf8);
+    parse(self, m, QStringView(text.constData(), text.size()), value);
+}
+
 /// Reads a member from its text, with the validation of its setter.
 template <IsValue T>
 void assignText(const ITallyObject& self, RecordData& data, const Member& m, T& field, QStringView text)
@@ -46,7 +60,7 @@ void assignText(const ITallyObject& self, RecordData& data, const Member& m, T& 
 }
 
 /// Whether a member of this type is written, in every form.
-template <class T> bool isWritten(const RecordData& data, const Member& m)
+template <class T> VELMARA_FOLDED bool isWritten(const RecordData& data, const Member& m)
 {
     constexpr bool byBitAlone = std::is_same_v<T, bool> || IsRecord<T>;
     return data.isChosen(m) && (data.isSet(m) || (!byBitAlone && m.need != Member::Need::Optional));

@@ -6,11 +6,10 @@ using namespace TALLYFORM;
 
 namespace Velmara::kernel {
 
-void XmlWriter::demandContent(const Member& m, const ITallyObject& child) const
+void refuseContent(const ITallyObject& self, const Member& m)
 {
-    if (m_self.GetValidate() && !child.HasData())
-        throw IncompleteDefinitionException(
-            QStringLiteral("Parameters for %1 are not set properly in '%2'.").arg(m.name, m_self.GetObjectName()));
+    throw IncompleteDefinitionException(
+        QStringLiteral("Parameters for %1 are not set properly in '%2'.").arg(m.name, self.GetObjectName()));
 }
 
 void refuseUnknown(const ITallyObject& self, const QXmlStreamReader& reader)

@@ -10,8 +10,9 @@
 
 namespace Velmara::kernel {
 
-using TALLYFORM::ElementText;
 using TALLYFORM::ReadElementText;
+
+[[noreturn]] void refuseContent(const ITallyObject& self, const Member& m);
 
 class XmlWriter
 {
@@ -27,25 +28,28 @@ public:
 
     template <IsRecord T> void operator()(const Member& m, const T& child) const
     {
-        if (m.isMandatory())
-            demandContent(m, child);
-        if (!isWritten<T>(m_data, m))
+        const bool isChildWritten = isWritten<T>(m_data, m);
+        if (!isChildWritten && !m.isMandatory())
+            return;
+        const bool isThere = hasContent(m, child);
+        if (!isChildWritten)
             return;
         if (m.isAlternative())
             Record<T>::confirm(child); // which its parent's Check has not done
-        Record<T>::writeXml(child, m_out);
+        if (isThere)
+            Record<T>::writeXml(child, m_out);
     }
 
     template <IsRecord T> void operator()(const Member& m, const QVector<T>& list) const
     {
         for (const T& item : list) {
-            if (m.isMandatory())
-                demandContent(m, item);
+            const bool isThere = hasContent(m, item);
             if (!m_data.isSet(m) && m.isMandatory())
                 continue;
             if (!m_data.isSet(m))
                 Record<T>::confirm(item); // which the Check of a record without the list has not done
-            Record<T>::writeXml(item, m_out);
+            if (isThere)
+                Record<T>::writeXml(item, m_out);
         }
     }
 
@@ -61,8 +65,14 @@ private:
         TextBuffer buffer;
         m_out.put(m, toText(m, value, buffer));
     }
-    /// Throws IncompleteDefinitionException for mandatory content that has no data, under validation.
-    void demandContent(const Member& m, const ITallyObject& child) const;
+    /// Whether a child is there to be written; throws IncompleteDefinitionException if it must be and is not.
+    template <class T> bool hasContent(const Member& m, const T& child) const
+    {
+        const bool isThere = !Record<T>::declines(child);
+        if (!isThere && m.isMandatory())
+            refuseContent(m_self, m);
+        return isThere;
+    }
 
     const ITallyObject& m_self;
     const RecordData& m_data;
@@ -120,10 +130,15 @@ struct IsNamed
 /// Passes over the element that the reader stands on, up to the next token of its name.
 void skipElement(QXmlStreamReader& reader);
 
+template <class R> void Record<R>::writeXmlTree(const R& r, XmlSink& sink)
+{
+    verify(r);
+    if (!declines(r))
+        writeXml(r, sink);
+}
+
 template <class R> void Record<R>::writeXml(const R& r, XmlSink& sink)
 {
-    if (r.GetValidate() && !hasData(r))
-        return;
     const auto& data = layout(r);
     const XmlWriter members(r, data, sink);
     if constexpr (IsVersioned<R>)
@@ -149,8 +164,9 @@ template <class R> void Record<R>::readXml(R& r, QXmlStreamReader& reader)
 {
     auto& data = layout(r);
     if constexpr (IsVersioned<R>) {
-        data.versionLoaded = QLatin1String("") + reader.attributes().value(QLatin1String("Version"));
-        upgrade(r);
+        const auto attributes = reader.attributes();
+        const QStringRef version = attributes.value(QLatin1String("Version"));
+        upgrade(r, version == R::schemaVersion() ? R::schemaVersion() : QLatin1String("") + version);
     }
     if constexpr (has<attributes, Layout<R>>)
         readAttributes(r, reader.attributes());
