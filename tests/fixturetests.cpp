@@ -1,6 +1,7 @@
 /// Documents whose bytes were put together without this library: what it reads and writes must be these bytes.
 
 #include "exchangefixture.h"
+#include "hextext.h"
 
 using namespace Velmara;
 
@@ -15,14 +16,7 @@ QByteArray contentOf(const QString& name)
     return file.readAll();
 }
 
-/// The bytes of a file of hexadecimal digits with comments behind '#'.
-QByteArray bytesIn(const QString& name)
-{
-    QByteArray digits;
-    for (const QByteArray& line : contentOf(name).split('\n'))
-        digits += line.left(line.indexOf('#'));
-    return QByteArray::fromHex(digits);
-}
+QByteArray bytesIn(const QString& name) { return fromHexText(contentOf(name)); }
 
 template <class R> QByteArray frameOf(const R& record)
 {

@@ -1,61 +1,15 @@
 #pragma once
 
-/// What tests of records share: the three forms as values, and records filled at random.
+/// What tests of records share.
 
 #include "frequencystore/frequencystore.h"
-#include "frequencystore/kernel/walk.h"
+#include "randomfiller.h"
+#include "recordforms.h"
 
-#include <QBuffer>
-#include <QDataStream>
-#include <QXmlStreamWriter>
 #include <gtest/gtest.h>
-
-#include <random>
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << text.toStdString(); }
 inline void PrintTo(const QByteArray& bytes, std::ostream* out) { *out << bytes.toHex().toStdString(); }
-
-/// The element alone, without a document around it.
-inline QString xml(const TALLYFORM::ITallyObject& record)
-{
-    QString text;
-    QXmlStreamWriter writer(&text);
-    record.GetXml(writer);
-    return text;
-}
-
-template <class Write> QByteArray bytesOf(Write write)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QDataStream stream(&buffer);
-    write(stream);
-    return buffer.data();
-}
-
-inline QByteArray tagged(const TALLYFORM::ITallyObject& record)
-{
-    return bytesOf([&](QDataStream& stream) { record.GetBinary(stream, 7, true); });
-}
-
-template <class R> QByteArray packed(const R& record)
-{
-    return bytesOf([&](QDataStream& stream) { record.GetVersionSpecificBinaryWithoutValidation(stream); });
-}
-
-inline void readTagged(TALLYFORM::ITallyObject& record, const QByteArray& frame)
-{
-    QDataStream stream(frame);
-    qint32 tag = 0, length = 0;
-    stream >> tag >> length;
-    record.SetBinary(stream, length);
-}
-
-template <class R> void readPacked(R& record, const QByteArray& body)
-{
-    QDataStream stream(body);
-    record.SetVersionSpecificBinaryWithoutValidation(stream);
-}
 
 /// The message of the exception that an action throws, which must be an E itself; "none" without one.
 template <class E, class Action> QString messageOf(Action action)
@@ -67,81 +21,3 @@ template <class E, class Action> QString messageOf(Action action)
     }
     return "none";
 }
-
-/// Fills records with content that passes Check and that all three forms carry exactly.
-class RandomFiller
-{
-public:
-    explicit RandomFiller(unsigned seed) : m_random(seed) {}
-
-    /// With `everything`, sets all members and gives lists two items.
-    RandomFiller& setEverything()
-    {
-        m_everything = true;
-        return *this;
-    }
-
-    template <class R> R make()
-    {
-        R record;
-        fill(record);
-        return record;
-    }
-
-    template <class R> void fill(R& record)
-    {
-        using namespace Velmara::kernel;
-        auto& data = Record<R>::layout(record);
-        const int chosen = below(countOf<alternatives, std::remove_reference_t<decltype(data)>>);
-        visit(data, [&](const Member& m, auto& field) {
-            const bool isWanted
-                = m.isAlternative() ? m.position == chosen : m.isMandatory() || m_everything || below(2);
-            if (!isWanted)
-                return;
-            set(record, m, field);
-            data.mark(m);
-        });
-    }
-
-    int below(int end) { return end > 0 ? std::uniform_int_distribution<int>(0, end - 1)(m_random) : 0; }
-
-private:
-    using Member = Velmara::kernel::Member;
-    template <class R> void set(R&, const Member& m, double& value)
-    {
-        const double scale = std::pow(10., m.precision);
-        const double bound = m.isBounded ? m.upper : 4e9 / (m.precision > 2 ? 1e6 : 1);
-        value = std::round(std::uniform_real_distribution<double>(-bound, bound)(m_random) * scale) / scale;
-    }
-    template <class R> void set(R&, const Member&, int& value) { value = below(1 << 30) - (1 << 29); }
-    template <class R> void set(R&, const Member&, unsigned int& value) { value = unsigned(below(1 << 30)); }
-    template <class R> void set(R&, const Member&, quint64& value) { value = quint64(m_random()) << 30; }
-    template <class R> void set(R&, const Member&, bool& value) { value = below(2); }
-    template <class R> void set(R&, const Member&, QString& value)
-    {
-        static const QString letters = QString::fromUtf8("ab Z09<&>\"';-_.\u00e4\u20ac\u4e2d\n");
-        value = "";
-        for (int i = below(12); i > 0; --i)
-            value += letters[below(letters.size())];
-    }
-    template <class R> void set(R&, const Member&, QDateTime& value)
-    {
-        value = QDateTime({1990, 1, 1}, {0, 0}, Qt::UTC).addMSecs(qint64(below(1 << 30)) * 1000 + below(1000));
-    }
-    template <class R, Velmara::kernel::IsEnum E> void set(R&, const Member& m, E& value)
-    {
-        value = E(below(m.names().size()));
-    }
-    template <class R, Velmara::kernel::IsRecord T> void set(R&, const Member&, T& child) { fill(child); }
-    template <class R, class T> void set(R& record, const Member& m, QVector<T>& list)
-    {
-        for (int i = m_everything ? 2 : 1 + below(3); i > 0; --i) {
-            T item{};
-            set(record, m, item);
-            list.append(item);
-        }
-    }
-
-    std::mt19937 m_random;
-    bool m_everything = false;
-};

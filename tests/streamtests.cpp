@@ -1,5 +1,6 @@
 /// The binary forms on streams of every setting and device: the bytes are those of the stream itself.
 
+#include "pipe.h"
 #include "recordfixture.h"
 
 #include <QTemporaryFile>
@@ -32,29 +33,6 @@ QVector<Setting> settings()
                 all.append({version, order, precision});
     return all;
 }
-
-/// A pipe: nothing but reading on, a few bytes at a time.
-class Pipe : public QIODevice
-{
-public:
-    explicit Pipe(const QByteArray& bytes) : m_bytes(bytes) { open(QIODevice::ReadOnly | QIODevice::Unbuffered); }
-    bool isSequential() const override { return true; }
-    qint64 bytesAvailable() const override { return m_bytes.size() - m_at + QIODevice::bytesAvailable(); }
-
-protected:
-    qint64 readData(char* data, qint64 size) override
-    {
-        const QByteArray piece = m_bytes.mid(m_at, int(size));
-        std::copy(piece.begin(), piece.end(), data);
-        m_at += piece.size();
-        return piece.size();
-    }
-    qint64 writeData(const char*, qint64) override { return -1; }
-
-private:
-    QByteArray m_bytes;
-    int m_at = 0;
-};
 
 template <class Write> QByteArray written(const Setting& setting, Write write)
 {

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "frequencystore/kernel/walk.h"
+
+#include <cmath>
+#include <random>
+
+/// Fills records with content that passes Check and that all three forms carry exactly.
+class RandomFiller
+{
+public:
+    explicit RandomFiller(unsigned seed) : m_random(seed) {}
+
+    /// With `everything`, sets all members and gives lists two items.
+    RandomFiller& setEverything()
+    {
+        m_everything = true;
+        return *this;
+    }
+
+    template <class R> R make()
+    {
+        R record;
+        fill(record);
+        return record;
+    }
+
+    template <class R> void fill(R& record)
+    {
+        using namespace Velmara::kernel;
+        auto& data = Record<R>::layout(record);
+        const int chosen = below(countOf<alternatives, std::remove_reference_t<decltype(data)>>);
+        visit(data, [&](const Member& m, auto& field) {
+            const bool isWanted
+                = m.isAlternative() ? m.position == chosen : m.isMandatory() || m_everything || below(2);
+            if (!isWanted)
+                return;
+            set(record, m, field);
+            data.mark(m);
+        });
+    }
+
+    int below(int end) { return end > 0 ? std::uniform_int_distribution<int>(0, end - 1)(m_random) : 0; }
+
+private:
+    using Member = Velmara::kernel::Member;
+    template <class R> void set(R&, const Member& m, double& value)
+    {
+        const double scale = std::pow(10., m.precision);
+        const double bound = m.isBounded ? m.upper : 4e9 / (m.precision > 2 ? 1e6 : 1);
+        value = std::round(std::uniform_real_distribution<double>(-bound, bound)(m_random) * scale) / scale;
+    }
+    template <class R> void set(R&, const Member&, int& value) { value = below(1 << 30) - (1 << 29); }
+    template <class R> void set(R&, const Member&, unsigned int& value) { value = unsigned(below(1 << 30)); }
+    template <class R> void set(R&, const Member&, quint64& value) { value = quint64(m_random()) << 30; }
+    template <class R> void set(R&, const Member&, bool& value) { value = below(2); }
+    template <class R> void set(R&, const Member&, QString& value)
+    {
+        static const QString letters = QString::fromUtf8("ab Z09<&>\"';-_.\u00e4\u20ac\u4e2d\n");
+        value = "";
+        for (int i = below(12); i > 0; --i)
+            value += letters[below(letters.size())];
+    }
+    template <class R> void set(R&, const Member&, QDateTime& value)
+    {
+        value = QDateTime({1990, 1, 1}, {0, 0}, Qt::UTC).addMSecs(qint64(below(1 << 30)) * 1000 + below(1000));
+    }
+    template <class R, Velmara::kernel::IsEnum E> void set(R&, const Member& m, E& value)
+    {
+        value = E(below(m.names().size()));
+    }
+    template <class R, Velmara::kernel::IsRecord T> void set(R&, const Member&, T& child) { fill(child); }
+    template <class R, class T> void set(R& record, const Member& m, QVector<T>& list)
+    {
+        for (int i = m_everything ? 2 : 1 + below(3); i > 0; --i) {
+            T item{};
+            set(record, m, item);
+            list.append(item);
+        }
+    }
+
+    std::mt19937 m_random;
+    bool m_everything = false;
+};
