@@ -154,6 +154,7 @@ TYPED_TEST(EveryRecord, WritesAnythingWithoutValidation)
     EXPECT_EQ(xml(fromTagged), xml(record));
     readPacked(fromPacked, packed(record));
     EXPECT_TRUE(fromPacked == record);
+    EXPECT_EQ(packed(fromPacked), packed(record)); // a null text, which equals an empty one, is still null
 }
 
 TYPED_TEST(EveryRecord, RefusesBadValues)

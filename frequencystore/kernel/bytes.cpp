@@ -190,7 +190,7 @@ bool ByteSource::get(QString& text)
     if (!getSized(start, size, sizeof(QChar)))
         return false;
     text = start ? QString(size / int(sizeof(QChar)), Qt::Uninitialized) : QString();
-    if (size > 0)
+    if (size > 0) // a null text that gives out its data is no longer null
         m_form.copyInOrder(start, text.size(), text.data());
     return true;
 }
