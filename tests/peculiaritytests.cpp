@@ -252,6 +252,22 @@ TEST(Hostile, ATimeZoneThatTheSystemDoesNotKnowIsNull)
     }
 }
 
+TEST(Hostile, AStreamOfQt50HasNoTimeZones)
+{
+    const QDateTime time({2024, 2, 29}, {12, 0}, Qt::UTC);
+    for (const int spec : {-1, 0, 1, 2, 3, 4}) {
+        const QByteArray bytes = bytesOf([&](QDataStream& out) {
+            out.setVersion(QDataStream::Qt_5_0);
+            out << quint8(1) << time.date() << time.time() << qint8(spec);
+        });
+        Detection detection;
+        QDataStream stream(bytes);
+        stream.setVersion(QDataStream::Qt_5_0);
+        detection.SetVersionSpecificBinaryWithoutValidation(stream);
+        EXPECT_EQ(detection.GetStartTime(), time) << spec;
+    }
+}
+
 TEST(Hostile, WhatAPackedStreamLeftUnderAClearBitIsCheckedWhenWritten)
 {
     Station beyond;

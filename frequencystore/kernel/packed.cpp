@@ -23,6 +23,17 @@ QDateTime inZone(ByteSource& in, QDate date, QTime clock)
     return QTimeZone::isTimeZoneIdAvailable(id) ? QDateTime(date, clock, QTimeZone(id)) : QDateTime();
 }
 
+/// As Qt 5.0 writes it, in UTC and with what it is to be turned into. Qt crashes on a zone, which has no name there.
+QDateTime fromUtc(ByteSource& in)
+{
+    QDate date;
+    QTime clock;
+    qint8 spec = Qt::UTC;
+    in >> date >> clock >> spec;
+    const QDateTime time(date, clock, Qt::UTC);
+    return spec == Qt::LocalTime ? time.toLocalTime() : time;
+}
+
 } // namespace
 
 void putPacked(ByteSink& out, const QDateTime& time)
@@ -32,6 +43,10 @@ void putPacked(ByteSink& out, const QDateTime& time)
 
 void getPacked(ByteSource& in, QDateTime& time)
 {
+    if (in.version() == QDataStream::Qt_5_0) {
+        time = fromUtc(in);
+        return;
+    }
     if (in.version() < QDataStream::Qt_5_2) { // knows no zones
         in >> time;
         return;
