@@ -2,9 +2,11 @@
 #include "base/files.h"
 #include "base/report.h"
 #include "base/tallyobject.h"
+#include "base/xmlinput.h"
 
 #include <QFile>
 #include <QScopeGuard>
+#include <QTextCodec>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
@@ -47,14 +49,28 @@ void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& sou
     }
 }
 
-bool readDocument(ITallyObject& object, QXmlStreamReader& reader, const QString& source)
+/// Reads a document given as text or as bytes in UTF-8.
+template <class Document> bool readDocument(ITallyObject& object, const Document& document, const QString& source)
 {
+    if (hasCrowdedTag(document))
+        return refuse(object, source + QLatin1String(": An element has too many attributes."), __LINE__);
+    QXmlStreamReader reader(document);
+    reader.setNamespaceProcessing(false); // there are none, and to look them up may take long
     if (findRoot(reader, object.GetObjectName()))
         readRoot(object, reader, source);
     while (!reader.atEnd())
         reader.readNext();
     return !reader.hasError()
         || refuse(object, placeIn(source, reader) + QLatin1String(": ") + reader.errorString(), __LINE__);
+}
+
+bool readForeign(ITallyObject& object, const QByteArray& document, const QTextCodec& codec, const QString& source)
+{
+    QTextCodec::ConverterState state;
+    const QString text = codec.toUnicode(document.constData(), document.size(), &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0)
+        return refuse(object, source + QLatin1String(": Not in the encoding that it declares."), __LINE__);
+    return readDocument(object, text, source);
 }
 
 bool appendElement(const ITallyObject& object, QByteArray& document, bool isIndented)
@@ -73,8 +89,7 @@ bool ITallyObject::SetXmlString(const QString& xml, bool reset)
 {
     if (reset)
         Reset();
-    QXmlStreamReader reader(xml);
-    return readDocument(*this, reader, QStringLiteral("text"));
+    return readDocument(*this, xml, QStringLiteral("text"));
 }
 
 bool ITallyObject::LoadXml(const QString& path)
@@ -98,8 +113,9 @@ bool ITallyObject::LoadXml(QFile& file)
     QString reason;
     if (!ReadFile(file, document, reason))
         return refuse(*this, file.fileName() + QLatin1String(": ") + reason, __LINE__);
-    QXmlStreamReader reader(document);
-    return readDocument(*this, reader, file.fileName());
+    if (const QTextCodec* codec = foreignCodec(document))
+        return readForeign(*this, document, *codec, file.fileName());
+    return readDocument(*this, document, file.fileName());
 }
 
 bool ITallyObject::AppendXml(QByteArray& document, bool isIndented) const

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QScopeGuard>
 #include <QTemporaryDir>
+#include <QTextCodec>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -68,6 +69,29 @@ TEST_F(FileTest, XmlIsWrittenIndentedAndReadBack)
     Note read;
     EXPECT_TRUE(read.LoadXml(path()));
     EXPECT_EQ(read, sampleNote());
+}
+
+TEST_F(FileTest, XmlIsReadInTheEncodingThatItDeclares)
+{
+    const QString document
+        = QStringLiteral("<?xml version=\"1.0\" encoding=\"%1\"?><Note><Title>\u00e4</Title></Note>");
+    const char* const encodings[] = {"UTF-8", "utf-8", "UTF-16", "UTF-32", "ISO-8859-1", "windows-1252", "IBM850"};
+    for (const char* encoding : encodings) {
+        const QString text = document.arg(QLatin1String(encoding));
+        write(QTextCodec::codecForName(encoding)->fromUnicode(text));
+        Note note;
+        EXPECT_TRUE(note.LoadXml(path())) << encoding;
+        EXPECT_EQ(note.m_title, QStringLiteral("\u00e4")) << encoding;
+
+        const QString crowd = QStringLiteral(" a=''").repeated(10000);
+        write(QTextCodec::codecForName(encoding)->fromUnicode(QString(text).replace(QLatin1String("Title>"), crowd)));
+        EXPECT_FALSE(note.LoadXml(path())) << encoding;
+    }
+    for (const char* broken :
+         {"<Note><Title>\xe4</Title></Note>", "\xff\xfe<", "<?xml version='1.0' encoding='none'?><Note/>"}) {
+        write(broken);
+        EXPECT_FALSE(Note().LoadXml(path())) << broken;
+    }
 }
 
 TEST_F(FileTest, AnOpenFileIsReadFromItsPositionAndStaysOpen)

@@ -77,6 +77,34 @@ TEST(XmlTextTest, NestingIsNotBoundByTheStack)
     EXPECT_EQ(note.m_title, QStringLiteral("t"));
 }
 
+TEST(XmlTextTest, AnElementHasUpTo256Attributes)
+{
+    const auto note = [](int attributes, const QString& value) {
+        QString tag = QStringLiteral("<Note ");
+        for (int i = 0; i < attributes; ++i)
+            tag += QStringLiteral("a%1=%2 ").arg(QString::number(i), value);
+        return QString(tag + QLatin1String("><Title>t</Title></Note>"));
+    };
+    for (const char* value : {"''", "\">'\"", "'>\"'"}) {
+        EXPECT_TRUE(Note().SetXmlString(note(256, QString::fromUtf8(value)), false)) << value;
+        EXPECT_FALSE(Note().SetXmlString(note(257, QString::fromUtf8(value)), false)) << value;
+        EXPECT_FALSE(Note().SetXmlString(note(100000, QString::fromUtf8(value)), false)) << value;
+    }
+    const QString text = QStringLiteral("a='' b=''").repeated(1000);
+    Note read;
+    EXPECT_TRUE(read.SetXmlString(QStringLiteral("<Note><!--%1--><Title>%1</Title></Note>").arg(text), false));
+    EXPECT_EQ(read.m_title, text);
+}
+
+TEST(XmlTextTest, NamespacesAreNotLookedUp)
+{
+    const QString document = QStringLiteral("<Note xmlns:a='a'>") + QStringLiteral("<b xmlns:b='b'>").repeated(50000)
+                           + QStringLiteral("<a:a/>").repeated(50000) + QStringLiteral("</b>").repeated(50000);
+    Note note;
+    EXPECT_TRUE(note.SetXmlString(document + QLatin1String("<Title>t</Title></Note>"), false));
+    EXPECT_EQ(note.m_title, QStringLiteral("t"));
+}
+
 TEST(XmlTextTest, FailuresOfSettersPassThroughWithTheirPlace)
 {
     const QString document
