@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QtEndian>
 
+#include <zlib.h>
+
 #include <optional>
 
 namespace TALLYFORM {
@@ -50,13 +52,23 @@ bool isCompressed(const QByteArray& bytes)
         && *wordAt(bytes, 0) <= qMin(bytes.size() * bestRatio, GetInputLimit());
 }
 
+/// The bytes that were compressed, if they are as many as announced: qUncompress would go on to any size.
+QByteArray unfolded(const QByteArray& bytes)
+{
+    QByteArray frame(int(*wordAt(bytes, 0)), Qt::Uninitialized);
+    uLongf size = uLongf(frame.size());
+    const int result
+        = uncompress(reinterpret_cast<Bytef*>(frame.data()), &size,
+                     reinterpret_cast<const Bytef*>(bytes.constData()) + wordSize, uLong(bytes.size() - wordSize));
+    return result == Z_OK && size == uLongf(frame.size()) ? frame : QByteArray();
+}
+
 /// The frame that the bytes are or were compressed from; null if they are neither.
 QByteArray frameOf(const QByteArray& bytes, quint32 tag)
 {
     if (wordAt(bytes, 0) == tag)
         return bytes;
-    const QByteArray frame = isCompressed(bytes) ? qUncompress(bytes) : QByteArray();
-    return wordAt(bytes, 0) == quint32(frame.size()) ? frame : QByteArray();
+    return isCompressed(bytes) ? unfolded(bytes) : QByteArray();
 }
 
 void readFrame(ITallyObject& object, const QByteArray& frame)
