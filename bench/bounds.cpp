@@ -23,8 +23,6 @@ using namespace Velmara::bench;
 
 namespace {
 
-constexpr double mebibyte = 1 << 20;
-
 /// Bytes of a head, as many items as there is room for, and a tail.
 QByteArray filled(int size, const QByteArray& head, const QByteArray& item, const QByteArray& tail)
 {
@@ -81,7 +79,11 @@ FrequencyStoreEntry hollowEntry()
     return entry;
 }
 
-QByteArray withoutTag(const QByteArray& frame) { return frame.mid(sizeof(quint32)); }
+/// An item of a tagged list.
+QByteArray itemOf(const FrequencyStoreEntry& entry) { return tagged(entry).mid(sizeof(quint32)); }
+QByteArray hollowItem() { return bigEndian({0}); }
+
+QByteArray falseCount(int) { return packed(FrequencyStoreList()).chopped(sizeof(qint32)) + bigEndian({0x7fffffff}); }
 
 QByteArray compressedList(int size, const QByteArray& item)
 {
@@ -96,60 +98,37 @@ QByteArray understated(int size)
     return bytes.replace(0, 4, bigEndian({1}));
 }
 
-void loadXml(const QByteArray& input, bool isValidating)
+/// Files lie in memory.
+QString fileOf(const QByteArray& input)
 {
-    const QTemporaryDir folder("/dev/shm/velmara-bounds-XXXXXX");
+    static const QTemporaryDir folder("/dev/shm/velmara-bounds-XXXXXX");
     QFile file(folder.filePath("input"));
-    file.open(QIODevice::ReadWrite);
+    file.open(QIODevice::WriteOnly);
     file.write(input);
-    file.seek(0);
-    FrequencyStoreList list;
-    list.SetValidate(isValidating);
-    list.LoadXml(file);
+    return file.fileName();
 }
 
-void readValidated(const QByteArray& input) { loadXml(input, true); }
-void readXml(const QByteArray& input) { loadXml(input, false); }
+void readXml(FrequencyStoreList& list, const QByteArray& input) { list.LoadXml(fileOf(input)); }
+void readPacked(FrequencyStoreList& list, const QByteArray& input) { ::readPacked(list, input); }
+void readRepresentation(FrequencyStoreList& list, const QByteArray& input) { list.SetBinaryRepresentation(input); }
 
-void readTagged(const QByteArray& input)
+void readTagged(FrequencyStoreList& list, const QByteArray& input)
 {
-    FrequencyStoreList list;
-    list.SetValidate(false);
     QDataStream stream(input);
     list.SetBinary(stream, input.size());
 }
 
-void readPacked(const QByteArray& input)
+void readCsv(FrequencyStoreList& list, const QByteArray& input)
 {
-    FrequencyStoreList list;
-    list.SetValidate(false);
-    ::readPacked(list, input);
-}
-
-void readRepresentation(const QByteArray& input)
-{
-    FrequencyStoreList list;
-    list.SetValidate(false);
-    list.SetBinaryRepresentation(input);
-}
-
-void readCsv(const QByteArray& input)
-{
-    const QTemporaryDir folder("/dev/shm/velmara-bounds-XXXXXX");
-    const QString path = folder.filePath("input");
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(input);
-    file.close();
-    FrequencyStoreList list;
-    FileHandling().ReadCSV(path, list, FrequencyStoreListHelper::ListType::NotePad);
+    FileHandling().ReadCSV(fileOf(input), list, FrequencyStoreListHelper::ListType::NotePad);
 }
 
 struct Case
 {
     const char* name;
+    bool isValidating;
     std::function<QByteArray(int size)> make;
-    void (*read)(const QByteArray& input);
+    void (*read)(FrequencyStoreList& list, const QByteArray& input);
 };
 
 const QByteArray list = "<FrequencyStoreList Version='1.2'>", end = "</FrequencyStoreList>";
@@ -170,30 +149,113 @@ QByteArray manyNamespaces(int size)
     return filled(size, document, "<a:a/>", {});
 }
 
+QByteArray hollowParts(int size)
+{
+    const QByteArray parts = "<ShortTime_Settings/><Profile_Data/><Demodulator_Settings/>";
+    return filled(size, list, "<FrequencyStoreEntry>" + parts + "</FrequencyStoreEntry>", end);
+}
+
 const Case cases[] = {
-    {"XML, elements nested", [](int size) { return filled(size, list, "<a>", {}); }, readXml},
-    {"XML, attributes of one element", manyAttributes, readXml},
-    {"XML, namespaces nested", manyNamespaces, readXml},
-    {"XML, one text", [](int size) { return filled(size, list + "<Name>", "a", "</Name>" + end); }, readXml},
-    {"XML, whole entries", [](int size) { return filled(size, list, xml(leastEntry()).toUtf8(), end); }, readValidated},
-    {"XML, hollow entries", [](int size) { return filled(size, list, "<FrequencyStoreEntry/>", end); }, readXml},
-    {"XML, hollow parts",
-     [](int size) {
-         const QByteArray parts = "<ShortTime_Settings/><Profile_Data/><Demodulator_Settings/>";
-         return filled(size, list, "<FrequencyStoreEntry>" + parts + "</FrequencyStoreEntry>", end);
-     },
-     readXml},
-    {"tagged, hollow entries", [](int size) { return taggedList(size, bigEndian({0})); }, readTagged},
-    {"tagged, hollow parts", [](int size) { return taggedList(size, withoutTag(tagged(hollowEntry()))); }, readTagged},
-    {"packed, hollow entries", [](int size) { return packedList(size, packed(FrequencyStoreEntry())); }, readPacked},
-    {"packed, hollow parts", [](int size) { return packedList(size, packed(hollowEntry())); }, readPacked},
-    {"packed, a false count", [](int) { return packed(FrequencyStoreList()).chopped(4) + bigEndian({0x7fffffff}); },
+    {"XML, elements nested", false, [](int size) { return filled(size, list, "<a>", {}); }, readXml},
+    {"XML, attributes of one element", false, manyAttributes, readXml},
+    {"XML, namespaces nested", false, manyNamespaces, readXml},
+    {"XML, one text", false, [](int size) { return filled(size, list + "<Name>", "a", "</Name>" + end); }, readXml},
+    {"XML, hollow entries", false, [](int size) { return filled(size, list, "<FrequencyStoreEntry/>", end); }, readXml},
+    {"XML, hollow parts", false, hollowParts, readXml},
+    {"XML, least entries", true, [](int size) { return filled(size, list, xml(leastEntry()).toUtf8(), end); }, readXml},
+    {"tagged, hollow entries", false, [](int size) { return taggedList(size, hollowItem()); }, readTagged},
+    {"tagged, hollow parts", false, [](int size) { return taggedList(size, itemOf(hollowEntry())); }, readTagged},
+    {"tagged, least entries", true, [](int size) { return taggedList(size, itemOf(leastEntry())); }, readTagged},
+    {"packed, hollow entries", false, [](int size) { return packedList(size, packed(FrequencyStoreEntry())); },
      readPacked},
-    {"compressed, zeros announced as one byte", [](int size) { return understated(64 * size); }, readRepresentation},
-    {"compressed, hollow entries", [](int size) { return compressedList(64 * size, bigEndian({0})); },
+    {"packed, hollow parts", false, [](int size) { return packedList(size, packed(hollowEntry())); }, readPacked},
+    {"packed, least entries", true, [](int size) { return packedList(size, packed(leastEntry())); }, readPacked},
+    {"packed, a false count", false, falseCount, readPacked},
+    {"compressed, hollow entries", false, [](int size) { return compressedList(4 * size, hollowItem()); },
      readRepresentation},
-    {"CSV, separators", [](int size) { return filled(size, {}, QByteArray(10000, ';') + '\n', {}); }, readCsv},
-    {"CSV, rows of one cell", [](int size) { return filled(size, "Type\n", "a\n", {}); }, readCsv},
+    {"compressed, least entries", true, [](int size) { return compressedList(32 * size, itemOf(leastEntry())); },
+     readRepresentation},
+    {"compressed, more than announced", true, [](int size) { return understated(64 * size); }, readRepresentation},
+    {"CSV, empty cells", true, [](int size) { return filled(size, {}, QByteArray(10000, ';') + '\n', {}); }, readCsv},
+    {"CSV, short rows", true, [](int size) { return filled(size, "Type\n", "a\n", {}); }, readCsv},
 };
 
 } // namespace
+
+namespace {
+
+struct Cost
+{
+    double seconds = -1; ///< negative if the process did not come to its end
+    double bytes = 0;    ///< at the peak, beyond what there was before
+};
+
+/// A figure of /proc/self/status.
+double bytesOf(const char* name)
+{
+    QFile status("/proc/self/status");
+    status.open(QIODevice::ReadOnly);
+    const QByteArray text = status.readAll();
+    return 1024 * text.mid(text.indexOf(name) + int(qstrlen(name))).trimmed().split(' ').first().toDouble();
+}
+
+Cost measure(const Case& tried, const QByteArray& input)
+{
+    QFile peak("/proc/self/clear_refs");
+    peak.open(QIODevice::WriteOnly);
+    peak.write("5"); // forgets the peak so far
+    peak.close();
+    const double before = bytesOf("VmRSS:");
+    FrequencyStoreList list;
+    list.SetValidate(tried.isValidating);
+    const double seconds = secondsOf([&] {
+        try {
+            tried.read(list, input);
+        } catch (const TALLYFORM::TallyFormException&) {} // to be refused is well
+        return 0;
+    });
+    return {seconds, bytesOf("VmHWM:") - before};
+}
+
+/// Measures in a new process.
+Cost costOf(const Case& tried, const QByteArray& input)
+{
+    int ends[2];
+    Cost cost;
+    if (pipe(ends) != 0)
+        return cost;
+    if (fork() == 0) {
+        const rlimit memory{rlim_t(12) << 30, rlim_t(12) << 30}, seconds{200, 200};
+        setrlimit(RLIMIT_AS, &memory);
+        setrlimit(RLIMIT_CPU, &seconds);
+        cost = measure(tried, input);
+        _exit(write(ends[1], &cost, sizeof cost) == sizeof cost ? 0 : 1);
+    }
+    close(ends[1]);
+    if (read(ends[0], &cost, sizeof cost) != sizeof cost)
+        cost = {};
+    close(ends[0]);
+    wait(nullptr);
+    return cost;
+}
+
+} // namespace
+
+int main()
+{
+    ErrorHandler::Instance().SetMask(0);
+    std::puts("| Input | Validated | Size (kB) | Time (s) | Peak memory (MB) |\n|---|---|---|---|---|");
+    for (const Case& tried : cases) {
+        QStringList sizes, times, peaks;
+        for (const int size : {1000000, 2000000, 4000000}) {
+            const QByteArray input = tried.make(size);
+            const Cost cost = costOf(tried, input);
+            sizes += QString::number(input.size() / 1e3, 'f', 0);
+            times += QString::number(cost.seconds, 'f', 2);
+            peaks += QString::number(cost.bytes / 1e6, 'f', 0);
+        }
+        std::printf("| %s | %s | %s | %s | %s |\n", tried.name, tried.isValidating ? "yes" : "no",
+                    qPrintable(sizes.join(", ")), qPrintable(times.join(", ")), qPrintable(peaks.join(", ")));
+        std::fflush(stdout);
+    }
+}
