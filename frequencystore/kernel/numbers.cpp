@@ -87,8 +87,10 @@ char* withoutZeros(char* end)
 char* putFixed(char* to, double value, int decimals)
 {
     const double magnitude = std::abs(value);
-    if (!(magnitude < 0x1p63))
-        return put(to, QString::number(value, 'f', decimals));
+    if (!std::isfinite(value))
+        return put(to, QString::number(value));
+    if (magnitude >= 0x1p63) // no ties, in which std::to_chars and Qt differ; and Qt takes long
+        return std::to_chars(to, to + maxNumberLength, value, std::chars_format::fixed, decimals).ptr;
     // Not for -0.0, but for what is only rounded to it.
     if (value < 0)
         *to++ = '-';
