@@ -1,19 +1,80 @@
 #include "base/files.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QSaveFile>
 
 #include <atomic>
+#include <filesystem>
+#include <optional>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace TALLYFORM {
 
 namespace {
 
-bool canBeReplaced(const QString& path)
+namespace fs = std::filesystem;
+
+/// A link in there leads to what is open, which may have no name or that of another file.
+bool isOfProcesses(const fs::path& folder)
 {
-    const QFileInfo target(path);
-    return !target.exists() || target.isFile() || target.isDir(); // of a directory the opening tells
+    std::error_code error;
+    return fs::canonical(folder.empty() ? "." : folder, error).native().rfind("/proc/", 0) == 0;
 }
+
+/// The file, there or not, that a save to a path replaces. None if what is there has to be written as it is, such as a
+/// pipe or a device, or cannot be written at all, of which the opening tells. QSaveFile would follow links by name,
+/// and so miss the file behind "../name" in a folder that is a link itself.
+std::optional<fs::path> replacedBy(fs::path path)
+{
+    constexpr int mostLinks = 40; // as many as the system follows
+    std::error_code error;
+    for (int links = 0; links <= mostLinks; ++links) {
+        switch (fs::symlink_status(path, error).type()) {
+        case fs::file_type::symlink:
+            if (isOfProcesses(path.parent_path()))
+                return std::nullopt;
+            path = path.parent_path() / fs::read_symlink(path, error);
+            break;
+        case fs::file_type::regular:
+        case fs::file_type::directory:
+        case fs::file_type::not_found: return path;
+        default: return std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+#ifdef Q_OS_UNIX
+/// Gives a new file the owner, group and permissions of the one that it replaces. Not everyone may give files away:
+/// rights of a group that could not be kept are dropped.
+void takeAfter(const fs::path& replaced, int file)
+{
+    struct stat old
+    {};
+    if (stat(replaced.c_str(), &old) != 0)
+        return;
+    const bool isGroupKept = fchown(file, old.st_uid, old.st_gid) == 0 || fchown(file, uid_t(-1), old.st_gid) == 0;
+    fchmod(file, old.st_mode & (isGroupKept ? 0777 : 0707));
+}
+
+/// Whether all is on the disk, as far as the file system can tell. QSaveFile asks it to, but not whether it did.
+bool isSynced(int file)
+{
+    int result = 0;
+    do
+        result = fdatasync(file);
+    while (result != 0 && errno == EINTR);
+    return result == 0 || errno == EINVAL;
+}
+#else
+void takeAfter(const fs::path&, int) {}
+bool isSynced(int) { return true; }
+#endif
 
 /// The system's own word for a file that did not take all its bytes is often "unknown".
 SaveResult fail(const QFileDevice& file, QString& reason)
@@ -26,7 +87,7 @@ SaveResult fail(const QFileDevice& file, QString& reason)
 bool writeAll(QFileDevice& file, const QByteArray& content)
 {
     // Without the flush a full disk goes unnoticed: commit() alone would put a truncated file in place of a good one.
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+    return file.write(content) == content.size() && file.flush();
 }
 
 std::atomic<qint64> inputLimit = qint64(1) << 30;
@@ -55,12 +116,17 @@ bool ReadFile(QFile& file, QByteArray& content, QString& reason)
 
 SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason)
 {
-    if (!canBeReplaced(path)) { // a pipe or a device stays what it is and takes the bytes
+    const auto replaced = replacedBy(QFile::encodeName(path).toStdString());
+    if (!replaced) {
         QFile device(path);
-        return writeAll(device, content) ? SaveResult::Saved : fail(device, reason);
+        const bool isWritten = device.open(QIODevice::WriteOnly) && writeAll(device, content);
+        return isWritten ? SaveResult::Saved : fail(device, reason);
     }
-    QSaveFile file(path);
-    if (!writeAll(file, content))
+    QSaveFile file(QFile::decodeName(QByteArray::fromStdString(replaced->native())));
+    if (!file.open(QIODevice::WriteOnly))
+        return fail(file, reason);
+    takeAfter(*replaced, file.handle());
+    if (!writeAll(file, content) || !isSynced(file.handle()))
         return fail(file, reason);
     if (file.commit())
         return SaveResult::Saved;

@@ -12,7 +12,9 @@ namespace TALLYFORM {
 
 enum class SaveResult { Saved, NotOpened, NotWritten };
 
-/// Replaces a file's content as a whole or not at all; tells the reason if that failed.
+/// Writes a file as a whole or not at all: at any moment the path holds the old content or the new one. Links are
+/// followed, and owner, group and permissions stay, as far as the system allows. What is no regular file, such as a
+/// pipe or a device, is written as it stands. Tells the reason if saving failed.
 TALLYBASE_EXPORT SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason);
 
 /// Reads an open file from its position to its end; false, with the reason, if it cannot be read or is too large.
