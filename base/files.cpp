@@ -29,10 +29,13 @@ bool isOfProcesses(const fs::path& folder)
 /// The file, there or not, that a save to a path replaces. None if what is there has to be written as it is, such as a
 /// pipe or a device, or cannot be written at all, of which the opening tells. QSaveFile would follow links by name,
 /// and so miss the file behind "../name" in a folder that is a link itself.
-std::optional<fs::path> replacedBy(fs::path path)
+std::optional<fs::path> replacedBy(const QString& name)
 {
+    if (name.isEmpty())
+        return std::nullopt;
     constexpr int mostLinks = 40; // as many as the system follows
     std::error_code error;
+    fs::path path = QFile::encodeName(name).toStdString();
     for (int links = 0; links <= mostLinks; ++links) {
         switch (fs::symlink_status(path, error).type()) {
         case fs::file_type::symlink:
@@ -116,7 +119,11 @@ bool ReadFile(QFile& file, QByteArray& content, QString& reason)
 
 SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason)
 {
-    const auto replaced = replacedBy(QFile::encodeName(path).toStdString());
+    if (path.contains(QChar::Null)) { // which would end the name for the system
+        reason = QStringLiteral("A file name cannot hold a zero character.");
+        return SaveResult::NotOpened;
+    }
+    const auto replaced = replacedBy(path);
     if (!replaced) {
         QFile device(path);
         const bool isWritten = device.open(QIODevice::WriteOnly) && writeAll(device, content);

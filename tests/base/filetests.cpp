@@ -109,7 +109,10 @@ TEST_F(FileTest, WhatCannotBeSavedLeavesTheFileAsItWas)
     EXPECT_EQ(content(), QByteArray("precious"));
     EXPECT_FALSE(note.SaveXml(path("no/such/directory")));
     EXPECT_FALSE(note.SaveXml(m_dir.path()));
-    EXPECT_EQ(m_logger->m_messages.size(), 2);
+    EXPECT_FALSE(note.SaveXml(QString()));
+    EXPECT_FALSE(note.SaveXml(path("cut") + QChar::Null + QLatin1String("short")));
+    EXPECT_FALSE(QFile::exists(path("cut")));
+    EXPECT_EQ(m_logger->m_messages.size(), 4);
 }
 
 TEST_F(FileTest, BinaryIsReadInEveryFormItIsWrittenIn)
