@@ -1,6 +1,7 @@
 #include "base/report.h"
 
 #include "base/errorhandler.h"
+#include "base/exceptions.h"
 #include "base/logger.h"
 #include "base/tallyobject.h"
 
@@ -12,6 +13,13 @@ void report(const ITallyObject& object, const QString& reason, const QString& so
         logger->Log(reason);
     if (ErrorHandler::Instance() & ErrorHandler::traceBit)
         _Q_Trace(reason, sourceFile, line);
+}
+
+void report(const ITallyObject& object, TallyFormException& failure, const QString& origin, const QString& sourceFile,
+            unsigned short line)
+{
+    failure.SetOrigin(origin);
+    report(object, origin + QLatin1String(": ") + failure.GetMessage(), sourceFile, line);
 }
 
 } // namespace TALLYFORM

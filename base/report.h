@@ -5,8 +5,13 @@ class QString;
 namespace TALLYFORM {
 
 class ITallyObject;
+class TallyFormException;
 
 /// Tells why an operation answers with false: the object's logger and, where the mask allows it, the trace.
 void report(const ITallyObject& object, const QString& reason, const QString& sourceFile, unsigned short line);
+
+/// The same for a failure that passes on to the caller, which learns from it where in the input it arose.
+void report(const ITallyObject& object, TallyFormException& failure, const QString& origin, const QString& sourceFile,
+            unsigned short line);
 
 } // namespace TALLYFORM

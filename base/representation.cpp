@@ -21,9 +21,11 @@ constexpr int frameSize = 2 * wordSize; // tag and length
 /// Representations are kept in files, so their form must not change with Qt.
 constexpr auto streamVersion = QDataStream::Qt_5_15;
 
+QString sourceFile() { return QStringLiteral("base/representation.cpp"); }
+
 bool refuse(const ITallyObject& object, const QString& reason, int line)
 {
-    report(object, reason, QStringLiteral("base/representation.cpp"), static_cast<unsigned short>(line));
+    report(object, reason, sourceFile(), static_cast<unsigned short>(line));
     return false;
 }
 
@@ -71,17 +73,28 @@ QByteArray frameOf(const QByteArray& bytes, quint32 tag)
     return isCompressed(bytes) ? unfolded(bytes) : QByteArray();
 }
 
-void readFrame(ITallyObject& object, const QByteArray& frame)
+void demandLength(const ITallyObject& object, bool isRight)
 {
-    const int length = frame.size() - frameSize;
-    if (wordAt(frame, wordSize) != quint32(length))
+    if (!isRight)
         throw BinaryParsingException(
             QStringLiteral("The binary representation of '%1' is of another length than it says.")
                 .arg(object.GetObjectName()));
-    QDataStream stream(frame);
-    stream.setVersion(streamVersion);
-    stream.skipRawData(frameSize);
-    object.SetBinary(stream, length);
+}
+
+/// Reads what stands behind the tag; a failure is told with the byte that was reached.
+void readBody(ITallyObject& object, QDataStream& stream, const QString& source, std::optional<int> expectedLength)
+{
+    try {
+        qint32 length = 0;
+        stream >> length;
+        demandLength(object, stream.status() == QDataStream::Ok && length == expectedLength.value_or(length));
+        object.SetBinary(stream, length);
+    } catch (TallyFormException& failure) {
+        const qint64 place = stream.device() ? stream.device()->pos() : 0;
+        report(object, failure, QStringLiteral("%1, byte %2").arg(source, QString::number(place)), sourceFile(),
+               __LINE__);
+        throw;
+    }
 }
 
 bool readRepresentation(ITallyObject& object, quint32 tag, const QByteArray& bytes, const QString& source)
@@ -91,12 +104,10 @@ bool readRepresentation(ITallyObject& object, quint32 tag, const QByteArray& byt
         return refuse(object,
                       QStringLiteral("%1: No binary representation of '%2'.").arg(source, object.GetObjectName()),
                       __LINE__);
-    try {
-        readFrame(object, frame);
-    } catch (TallyFormException& failure) {
-        failure.SetOrigin(source);
-        throw;
-    }
+    QDataStream stream(frame);
+    stream.setVersion(streamVersion);
+    stream.skipRawData(wordSize);
+    readBody(object, stream, source, frame.size() - frameSize);
     return true;
 }
 
@@ -143,13 +154,8 @@ bool ITallyObject::SetBinaryRepresentation(QDataStream& stream)
         stream >> compressed;
         return readRepresentation(*this, m_id, compressed, QStringLiteral("stream"));
     }
-    qint32 tag = 0;
-    qint32 length = 0;
-    stream >> tag >> length;
-    if (stream.status() != QDataStream::Ok)
-        throw BinaryParsingException(
-            QStringLiteral("The binary representation of '%1' ends in its length.").arg(m_name));
-    SetBinary(stream, length);
+    stream.skipRawData(wordSize);
+    readBody(*this, stream, QStringLiteral("stream"), std::nullopt);
     return true;
 }
 

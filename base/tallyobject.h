@@ -24,6 +24,11 @@ class Logger;
 
 /// What every record is to the outside: a named object that can be checked, written and read.
 ///
+/// Reading goes over what the object holds. If it fails, by false or by an exception, the object stays as it was where
+/// the input cannot be read, is too large or is not the object's own; else it holds what was read ahead of the fault,
+/// and can be used, reset and read again. LoadWhole (base/wholeload.h) leaves an object as it was whatever fails. The
+/// place of a failure goes to the logger and the trace, and with an exception to the caller.
+///
 /// The order of the virtual operations is binary interface: add new ones at the end.
 class TALLYBASE_EXPORT ITallyObject
 {
@@ -76,7 +81,8 @@ public:
     virtual void SetBinary(QDataStream& stream, int length) = 0;
 
     /// Reads a document given as text, over what the object holds or, with `reset`, in place of it; false if the text
-    /// is not well-formed or is another object's. Throws what the object's setters throw.
+    /// is not well-formed or is another object's, when a reset has been done already. Throws what the object's setters
+    /// throw.
     virtual bool SetXmlString(const QString& xml, bool reset);
     /// Reads a plain or compressed representation; false if the bytes are neither or are another object's. Throws
     /// BinaryParsingException and what the object's setters throw.
@@ -84,7 +90,7 @@ public:
     /// Reads a plain or compressed representation from a stream; false as above. Throws as above.
     virtual bool SetBinaryRepresentation(QDataStream& stream);
     /// Takes over what another object of the same class holds, as if its representation were read; false if it is of
-    /// another class. Throws what the other's Check and the object's setters throw.
+    /// another class. Throws what the other's Check throws, with nothing taken over, and what the object's setters do.
     virtual bool MergeTallyObject(const ITallyObject& other);
 
     /// The kind of report the object is part of.

@@ -14,9 +14,11 @@ namespace TALLYFORM {
 
 namespace {
 
+QString sourceFile() { return QStringLiteral("base/xmldocument.cpp"); }
+
 bool refuse(const ITallyObject& object, const QString& reason, int line)
 {
-    report(object, reason, QStringLiteral("base/xmldocument.cpp"), static_cast<unsigned short>(line));
+    report(object, reason, sourceFile(), static_cast<unsigned short>(line));
     return false;
 }
 
@@ -44,7 +46,7 @@ void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& sou
     } catch (TallyFormException& failure) {
         if (reader.hasError()) // what is missing is missing because the document breaks off
             return;
-        failure.SetOrigin(placeIn(source, reader));
+        report(object, failure, placeIn(source, reader), sourceFile(), __LINE__);
         throw;
     }
 }

@@ -2,6 +2,7 @@
 
 #include "base/exceptions.h"
 #include "base/files.h"
+#include "base/logger.h"
 #include "frequencystore/csvformat.h"
 #include "frequencystore/csvtext.h"
 #include "frequencystore/detectionresulthelper.h"
@@ -21,6 +22,16 @@ bool refuse(const QString& message, int line)
 {
     trace(message, QStringLiteral("frequencystore/filehandling"), line);
     return false;
+}
+
+QString placeOf(const CsvCell& cell, const QString& file)
+{
+    QString place = file;
+    if (cell.line > 0)
+        place += QStringLiteral(", line %1").arg(QString::number(cell.line));
+    if (!cell.column.isEmpty())
+        place += QStringLiteral(", column '%1'").arg(cell.column);
+    return place;
 }
 
 } // namespace
@@ -72,8 +83,11 @@ bool FileHandling::ImportCSV(QString const& file, FrequencyStoreList& list, List
     if (!FrequencyStoreListHelper().IsValidListType(type))
         return true;
     const ImportReport report = ReadCSV(file, list, type);
-    return report.isComplete
-        || refuse(QStringLiteral("Import: Cannot export frequency store to file as error %1").arg(report.error),
+    if (report.isComplete)
+        return true;
+    if (const auto& logger = list.GetLogger())
+        logger->Log(placeOf(report.failed, file) + QLatin1String(": ") + report.error);
+    return refuse(QStringLiteral("Import: Cannot export frequency store to file as error %1").arg(report.error),
                   __LINE__);
 }
 

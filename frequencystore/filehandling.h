@@ -27,14 +27,14 @@ public:
     /// Writes detection results as CSV or, turned into store entries, as XML. What the conversion throws passes
     /// through.
     bool ExportFrequencyStoreList(bool csv, QString const& file, DetectionResultList& list);
-    /// Appends the rows of a CSV file; those ahead of a bad row stay in the list.
+    /// Appends the rows of a CSV file; those ahead of a bad row stay in the list. Its logger is told where that is.
     bool ImportCSV(QString const& file, FrequencyStoreList& list, ListType type);
-    /// Loads an XML document; its exceptions pass through.
+    /// Loads an XML document over what the list holds, as its LoadXml does; exceptions pass through.
     bool ImportXml(QString const& file, FrequencyStoreList& list);
     /// Whether a file loads as the XML document of a list.
     bool IsValidFormat(QString const& file);
 
-    /// Reads a CSV file as ImportCSV does, and tells what was met on the way.
+    /// Reads a CSV file as ImportCSV does, and tells what was met on the way; rows ahead of a bad one stay in the list.
     ImportReport ReadCSV(QString const& file, FrequencyStoreList& list, ListType type);
     /// Writes a CSV file of the helper's list type, and tells what was met on the way. A file that was there stays as
     /// it was if writing fails.

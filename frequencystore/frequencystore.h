@@ -6,6 +6,7 @@
 #include "base/errorhandler.h"
 #include "base/exceptions.h"
 #include "base/logger.h"
+#include "base/wholeload.h"
 #include "frequencystore/csvfileloader.h"
 #include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/filehandling.h"

@@ -52,7 +52,8 @@ public:                                                                         
     void SetBinary(QDataStream& stream, int length) override;                                                          \
     /** Writes the packed form, which only the same schema version reads. */                                           \
     void GetVersionSpecificBinaryWithoutValidation(QDataStream& stream) const;                                         \
-    /** Reads the packed form; throws BinaryParsingException for another schema version, and as appends do. */         \
+    /** Reads the packed form; throws BinaryParsingException for another schema version, and as appends do. Of one */   \
+    /** that ends early it takes what is there, and the stream's status tells. */                                      \
     void SetVersionSpecificBinaryWithoutValidation(QDataStream& stream);                                               \
                                                                                                                        \
 protected:                                                                                                             \

@@ -165,7 +165,7 @@ TEST_F(FileTest, AFailedBinaryLoadNamesTheFile)
         note.LoadBinary(path());
         FAIL();
     } catch (const BinaryParsingException& failure) {
-        EXPECT_EQ(failure.GetOrigin(), path());
+        EXPECT_EQ(failure.GetOrigin(), path() + QStringLiteral(", byte 8"));
     }
     EXPECT_EQ(note, Note());
 }

@@ -49,29 +49,37 @@ QByteArray bytesOf(const QString& path)
     return content;
 }
 
-template <class List> void readPacked(const QString& path, List& list)
+template <class List> bool readPacked(const QString& path, List& list)
 {
     QDataStream stream(bytesOf(path));
     list.SetVersionSpecificBinaryWithoutValidation(stream);
     if (stream.status() != QDataStream::Ok || !stream.atEnd())
         throw BinaryParsingException(QStringLiteral("This is no packed list, or a damaged one."));
+    return true;
 }
 
 /// Reads the forms that all records have.
 template <class List> void readRecord(const QString& path, List& list)
 {
-    switch (formOf(path)) {
-    case Form::Xml: demand(list, [&] { return list.LoadXml(path); }); break;
-    case Form::Tagged: demand(list, [&] { return list.LoadBinary(path); }); break;
-    case Form::Packed: readPacked(path, list); break;
-    case Form::Csv: throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
-    }
+    const auto read = [&](List& fresh) {
+        switch (formOf(path)) {
+        case Form::Xml: return fresh.LoadXml(path);
+        case Form::Tagged: return fresh.LoadBinary(path);
+        case Form::Packed: return readPacked(path, fresh);
+        case Form::Csv: break;
+        }
+        throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
+    };
+    demand(list, [&] { return LoadWhole(list, read); });
 }
 
 void readCsv(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
 {
-    const ImportReport report
-        = FileHandling().ReadCSV(path, helper.GetFrequencyStoreList(), std::as_const(helper).GetListType());
+    ImportReport report;
+    LoadWhole(helper.GetFrequencyStoreList(), [&](FrequencyStoreList& fresh) {
+        report = FileHandling().ReadCSV(path, fresh, std::as_const(helper).GetListType());
+        return report.isComplete;
+    });
     warnings += warningsOf(path, report);
     if (!report.isComplete)
         throw TallyException(describe(path, report));
