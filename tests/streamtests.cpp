@@ -34,6 +34,20 @@ QVector<Setting> settings()
     return all;
 }
 
+/// A device that has room for so many bytes.
+class Vessel : public QIODevice
+{
+public:
+    explicit Vessel(qint64 room) : m_room(room) { open(QIODevice::WriteOnly | QIODevice::Unbuffered); }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char*, qint64 size) override { return qMin(size, m_room); }
+
+private:
+    qint64 m_room;
+};
+
 template <class Write> QByteArray written(const Setting& setting, Write write)
 {
     return bytesOf([&](QDataStream& stream) {
@@ -177,4 +191,18 @@ TEST(Streams, AreAsTheyWereIfNothingIsWritten)
     EXPECT_FALSE(empty.GetBinary(stream, 7, true));
     stream << quint8('z');
     EXPECT_EQ(bytes, "abcdz");
+}
+
+TEST(Streams, ADeviceThatTakesNotAllIsNoticed)
+{
+    const Station whole = station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
+    const int size = tagged(whole).size();
+    for (const int room : {0, 1, size - 1, size}) {
+        Vessel vessel(room);
+        QDataStream stream(&vessel), packedStream(&vessel);
+        EXPECT_EQ(whole.GetBinary(stream, 7, true), room == size);
+        EXPECT_EQ(stream.status() == QDataStream::Ok, room == size);
+        whole.GetVersionSpecificBinaryWithoutValidation(packedStream);
+        EXPECT_EQ(packedStream.status() == QDataStream::Ok, room >= packed(whole).size());
+    }
 }

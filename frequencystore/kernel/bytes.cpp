@@ -43,7 +43,7 @@ ByteSink::ByteSink(QDataStream& stream)
 bool ByteSink::flush()
 {
     if (!m_memory)
-        return m_stream.device() && m_stream.writeRawData(m_buffer.at(0), m_buffer.size()) >= 0;
+        return m_stream.device() && m_stream.writeRawData(m_buffer.at(0), m_buffer.size()) == m_buffer.size();
     m_buffer.trim();
     if (m_start == 0)
         m_memory->buffer().squeeze();

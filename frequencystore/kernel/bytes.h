@@ -66,7 +66,7 @@ public:
     int position() const { return m_buffer.size(); }
     /// Puts a word in the place of an earlier one.
     void patch(int position, quint32 word);
-    /// Gives all to the stream; false if that has no device.
+    /// Gives all to the stream; false if that has no device, or one that does not take all.
     bool flush();
 
 private:
