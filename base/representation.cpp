@@ -9,6 +9,7 @@
 
 #include <zlib.h>
 
+#include <new>
 #include <optional>
 
 namespace TALLYFORM {
@@ -139,7 +140,10 @@ bool ITallyObject::GetCompressedBinaryRepresentation(QDataStream& stream) const
 QByteArray ITallyObject::GetCompressedBinaryRepresentationAsQByteArray() const
 {
     const QByteArray frame = GetBinaryRepresentationAsQByteArray();
-    return frame.isEmpty() ? frame : qCompress(frame);
+    const QByteArray compressed = frame.isEmpty() ? frame : qCompress(frame);
+    if (compressed.isEmpty() != frame.isEmpty())
+        throw std::bad_alloc(); // which qCompress tells by a warning
+    return compressed;
 }
 
 bool ITallyObject::SetBinaryRepresentation(const QByteArray& representation)

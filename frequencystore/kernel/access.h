@@ -60,11 +60,24 @@ template <class T> bool isWhole(const ITallyObject& self, const T& item)
         return self.IsValid(item);
 }
 
+/// Ends the sharing of a list. QVector itself would, where memory fails, destroy the item that it has not built.
+template <class T> void detach(QVector<T>& list)
+{
+    if (list.isDetached())
+        return;
+    QVector<T> own;
+    own.reserve(list.size());
+    for (const T& item : std::as_const(list))
+        own.append(item);
+    list.swap(own);
+}
+
 template <class T>
 void append(const ITallyObject& self, RecordData& data, const Member& m, QVector<T>& list, const T& item)
 {
     if (self.ITallyObject::GetValidate() && !isWhole(self, item))
         refuseItem(self, m);
+    detach(list);
     list.append(item);
     data.mark(m);
 }
@@ -73,6 +86,7 @@ void append(const ITallyObject& self, RecordData& data, const Member& m, QVector
 template <class T, class Build>
 void grow(const ITallyObject& self, RecordData& data, const Member& m, QVector<T>& list, Build build)
 {
+    detach(list);
     list.resize(list.size() + 1);
     try {
         T& item = list.last();

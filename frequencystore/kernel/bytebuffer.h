@@ -28,7 +28,11 @@ public:
     void append(const char* bytes, int size) { std::copy_n(bytes, size, extend(size)); }
     void truncate(int size) { m_size = size; }
     /// Gives up the spare room.
-    void trim() { m_bytes.resize(m_room = m_size); }
+    void trim()
+    {
+        m_bytes.reserve(m_size); // else the resize may move the bytes to give back room, for which it needs room
+        m_bytes.resize(m_room = m_size);
+    }
 
 private:
     /// Throws std::bad_alloc beyond what a byte array can hold.

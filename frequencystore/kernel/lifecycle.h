@@ -59,9 +59,11 @@ struct HandDown
     /// A vector may be shared with another record, which must not notice: it is only touched if it has to be.
     template <IsRecord T> void operator()(const Member& m, QVector<T>& list) const
     {
-        if (LacksHeritage{heritage}(m, std::as_const(list)))
-            for (T& item : list)
-                Record<T>::handDown(item, heritage);
+        if (!LacksHeritage{heritage}(m, std::as_const(list)))
+            return;
+        detach(list);
+        for (T& item : list)
+            Record<T>::handDown(item, heritage);
     }
 };
 

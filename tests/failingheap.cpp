@@ -1,0 +1,107 @@
+#include "failingheap.h"
+
+#include <QtGlobal>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <execinfo.h>
+#include <iterator>
+#include <new>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define VELMARA_SANITIZED
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define VELMARA_SANITIZED
+#endif
+#endif
+
+namespace {
+
+std::atomic<int> untilFailure = 0;
+std::atomic<int> held = 0;
+
+void* callers[64];
+int callerCount = 0;
+
+bool isRefused()
+{
+    if (untilFailure <= 0 || --untilFailure != 0)
+        return false;
+    callerCount = backtrace(callers, int(std::size(callers)));
+    return true;
+}
+
+void* counted(void* block)
+{
+    held += block != nullptr;
+    return block;
+}
+
+void forget(void* block) { held -= block != nullptr; }
+
+} // namespace
+
+void FailingHeap::failAt(int n) { untilFailure = n; }
+bool FailingHeap::hasFailed() { return untilFailure.exchange(0) == 0; }
+bool FailingHeap::hasFailedWithin(const char* name)
+{
+    return std::any_of(callers, callers + callerCount, [=](const void* caller) {
+        Dl_info info{};
+        return dladdr(caller, &info) != 0 && info.dli_sname && std::strstr(info.dli_sname, name);
+    });
+}
+
+int FailingHeap::blocks() { return held; }
+
+#ifdef VELMARA_SANITIZED
+
+Q_DECL_EXPORT void* operator new(size_t size)
+{
+    if (isRefused())
+        throw std::bad_alloc();
+    return counted(std::malloc(size));
+}
+
+Q_DECL_EXPORT void operator delete(void* block) noexcept
+{
+    forget(block);
+    std::free(block);
+}
+
+Q_DECL_EXPORT void operator delete(void* block, size_t) noexcept { operator delete(block); }
+
+#else
+
+extern "C" {
+void* __libc_malloc(size_t);
+void* __libc_calloc(size_t, size_t);
+void* __libc_realloc(void*, size_t);
+void __libc_free(void*);
+
+Q_DECL_EXPORT void* malloc(size_t size) noexcept { return isRefused() ? nullptr : counted(__libc_malloc(size)); }
+Q_DECL_EXPORT void* calloc(size_t count, size_t size) noexcept
+{
+    return isRefused() ? nullptr : counted(__libc_calloc(count, size));
+}
+
+Q_DECL_EXPORT void* realloc(void* block, size_t size) noexcept
+{
+    if (isRefused())
+        return nullptr;
+    void* const moved = __libc_realloc(block, size);
+    held += moved && !block;
+    return moved;
+}
+
+Q_DECL_EXPORT void free(void* block) noexcept
+{
+    forget(block);
+    __libc_free(block);
+}
+}
+
+#endif

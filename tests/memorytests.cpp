@@ -1,0 +1,238 @@
+/// Memory that fails, at every request of every operation: an exception or a false result, and no leak. A program of
+/// its own, for the heap is replaced in all of it.
+
+#include "exchangefixture.h"
+#include "failingheap.h"
+
+using namespace Velmara;
+using namespace TALLYFORM;
+
+using ListType = FrequencyStoreListHelper::ListType;
+
+namespace {
+
+FrequencyStoreList makeList()
+{
+    RandomFiller filler(7);
+    FrequencyStoreList list = filler.make<FrequencyStoreList>();
+    while (std::as_const(list).GetFrequencyStoreEntry().size() > 1)
+        list.GetFrequencyStoreEntry().removeLast();
+    for (const char* type : {"one", "two"}) {
+        FrequencyStoreEntry entry;
+        entry.SetType(type);
+        entry.SetComment("c");
+        entry.GetFFM_Settings().GetFrequency().SetValue(1e8);
+        entry.GetFFM_Settings().GetIFBandwidth().SetValue(8300);
+        list.AppendFrequencyStoreEntry(entry);
+    }
+    return list;
+}
+
+const FrequencyStoreList& sample()
+{
+    static const FrequencyStoreList list = makeList();
+    return list;
+}
+
+} // namespace
+
+class FailingMemory : public ExchangeTest
+{
+protected:
+    /// Runs an action on an object that is fresh each time, while the first request fails, then the second, and so on.
+    /// `isRight` tells whether the object is as it may be, being told whether the action succeeded.
+    template <class Make, class Action, class Test> void tryAll(Make make, Action action, Test isRight)
+    {
+        int n = 0; // the first run makes what is made once for the process
+        const auto isFailing = [&] {
+            auto object = make();
+            bool isDone = false;
+            FailingHeap::failAt(n);
+            try {
+                isDone = action(object);
+            } catch (const std::bad_alloc&) {
+            } catch (const TallyException&) {}
+            const bool hasFailed = FailingHeap::hasFailed();
+            EXPECT_TRUE(isDone || hasFailed) << n;
+            EXPECT_TRUE(isRight(object, isDone)) << n;
+            traces() = QStringList();
+            return hasFailed;
+        };
+        while (isFailing()) {
+            const int before = FailingHeap::blocks();
+            isFailing(); // and leaves nothing when it is no longer the first time
+            if (!isLeakOfQt()) {
+                ASSERT_EQ(FailingHeap::blocks(), before) << n;
+            }
+            ++n;
+        }
+        EXPECT_GT(n, 3);
+    }
+
+    /// What these constructors have begun is lost if they fail.
+    static bool isLeakOfQt()
+    {
+        const char* const constructors[] = {"QXmlStreamReaderC", "QDataStreamC", "QTextStreamC"};
+        return std::any_of(std::begin(constructors), std::end(constructors), FailingHeap::hasFailedWithin);
+    }
+
+    /// Loads into a list, which must be right after a success, and usable after a failure.
+    template <class Action> void tryLoad(Action action)
+    {
+        const auto isRight = [&](FrequencyStoreList& list, bool isDone) {
+            if (!isDone) {
+                list.Reset();
+                action(list);
+            }
+            return list == m_expected;
+        };
+        tryAll([] { return FrequencyStoreList(); }, action, isRight);
+    }
+
+    /// Saves a list to a file, which must then hold the old content or the new one.
+    template <class Action> void trySave(Action action)
+    {
+        FrequencyStoreList list = m_expected;
+        EXPECT_TRUE(action(list));
+        const QByteArray whole = read("file");
+        const auto make = [&] {
+            write("file", "old");
+            return FrequencyStoreList(m_expected);
+        };
+        tryAll(make, action, [&](FrequencyStoreList& saved, bool isDone) {
+            const QByteArray content = read("file");
+            return saved == m_expected && (content == whole || (!isDone && content == "old"));
+        });
+    }
+
+    FrequencyStoreList m_expected = sample();
+};
+
+TEST_F(FailingMemory, LoadXml)
+{
+    ASSERT_TRUE(m_expected.SaveXml(path("file")));
+    tryLoad([&](FrequencyStoreList& list) { return list.LoadXml(path("file")); });
+}
+
+TEST_F(FailingMemory, SetXmlString)
+{
+    const QString document = m_expected.GetXmlString();
+    tryLoad([&](FrequencyStoreList& list) { return list.SetXmlString(document, true); });
+}
+
+TEST_F(FailingMemory, LoadBinary)
+{
+    write("plain", m_expected.GetBinaryRepresentationAsQByteArray());
+    write("compressed", m_expected.GetCompressedBinaryRepresentationAsQByteArray());
+    for (const char* file : {"plain", "compressed"})
+        tryLoad([&](FrequencyStoreList& list) { return list.LoadBinary(path(file)); });
+}
+
+TEST_F(FailingMemory, ReadPacked)
+{
+    const QByteArray body = packed(m_expected);
+    tryLoad([&](FrequencyStoreList& list) {
+        QDataStream stream(body);
+        list.SetVersionSpecificBinaryWithoutValidation(stream);
+        return stream.status() == QDataStream::Ok;
+    });
+}
+
+TEST_F(FailingMemory, Merge)
+{
+    tryLoad([&](FrequencyStoreList& list) { return list.MergeTallyObject(m_expected); });
+}
+
+TEST_F(FailingMemory, ImportCsv)
+{
+    write("file", "Type;Comment;Frequency;IFBandwidth\none;c;1;2\ntwo;c;1;2\n");
+    m_expected = FrequencyStoreList();
+    ASSERT_TRUE(FileHandling().ImportCSV(path("file"), m_expected, ListType::Suppress));
+    tryLoad([&](FrequencyStoreList& list) { return FileHandling().ImportCSV(path("file"), list, ListType::Suppress); });
+}
+
+TEST_F(FailingMemory, LoadWhole)
+{
+    ASSERT_TRUE(m_expected.SaveXml(path("file")));
+    FrequencyStoreList old;
+    old.SetName("old");
+    const auto load = [&](FrequencyStoreList& list) {
+        return TALLYFORM::LoadWhole(list, [&](FrequencyStoreList& fresh) { return fresh.LoadXml(path("file")); });
+    };
+    tryAll([&] { return FrequencyStoreList(old); }, load,
+           [&](FrequencyStoreList& list, bool isDone) { return list == (isDone ? m_expected : old); });
+}
+
+TEST_F(FailingMemory, SaveXml)
+{
+    trySave([&](const FrequencyStoreList& list) { return list.SaveXml(path("file")); });
+}
+
+TEST_F(FailingMemory, ExportCsv)
+{
+    trySave([&](FrequencyStoreList& list) {
+        return FileHandling().ExportFrequencyStoreList(true, path("file"), list, ListType::MemoryScan);
+    });
+}
+
+TEST_F(FailingMemory, BinaryForms)
+{
+    const QByteArray forms[]
+        = {m_expected.GetBinaryRepresentationAsQByteArray(), m_expected.GetCompressedBinaryRepresentationAsQByteArray(),
+           packed(m_expected), m_expected.GetXmlString().toUtf8()};
+    QByteArray (*const writers[])(const FrequencyStoreList&)
+        = {[](const FrequencyStoreList& list) { return list.GetBinaryRepresentationAsQByteArray(); },
+           [](const FrequencyStoreList& list) { return list.GetCompressedBinaryRepresentationAsQByteArray(); },
+           [](const FrequencyStoreList& list) { return packed(list); },
+           [](const FrequencyStoreList& list) { return list.GetXmlString().toUtf8(); }};
+    for (int i = 0; i < 4; ++i) {
+        SCOPED_TRACE(i);
+        tryAll([] { return QByteArray(); },
+               [&](QByteArray& form) {
+                   form = writers[i](m_expected);
+                   return true;
+               },
+               [&](const QByteArray& form, bool isDone) { return form == (isDone ? forms[i] : QByteArray()); });
+    }
+}
+
+TEST_F(FailingMemory, Copies)
+{
+    const QByteArray before = packed(m_expected);
+    const auto tryCopy = [&](auto action) {
+        tryAll([] { return FrequencyStoreList(); }, action,
+               [&](FrequencyStoreList& list, bool isDone) {
+                   return packed(m_expected) == before && (!isDone || list.GetName() == "copy");
+               });
+    };
+    tryCopy([&](FrequencyStoreList& list) {
+        list = FrequencyStoreList(m_expected);
+        list.SetName("copy");
+        return true;
+    });
+    tryCopy([&](FrequencyStoreList& list) {
+        list = m_expected;
+        list.AppendFrequencyStoreEntry(std::as_const(list).GetFrequencyStoreEntry()[0]);
+        list.SetName("copy");
+        return true;
+    });
+    tryCopy([&](FrequencyStoreList& list) {
+        list.AppendFrequencyStoreEntry(std::as_const(m_expected).GetFrequencyStoreEntry()[0]);
+        list.SetName("copy");
+        return true;
+    });
+}
+
+TEST_F(FailingMemory, DetectionResults)
+{
+    DetectionResultList results = RandomFiller(3).setEverything().make<DetectionResultList>();
+    tryAll([] { return FrequencyStoreList(); },
+           [&](FrequencyStoreList& store) {
+               store.SetValidate(false);
+               DetectionResultHelper(results, store).GetCSVString();
+               return true;
+           },
+           [](const FrequencyStoreList& store, bool isDone) {
+               return !isDone || !store.GetFrequencyStoreEntry().isEmpty();
+           });
+}
