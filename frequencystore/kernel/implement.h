@@ -67,7 +67,7 @@ template <class R> bool Record<R>::prepareNames()
     R::R(const R& other) : ITallyObject(id, GetStaticObjectName(), other.GetObjectType()), m_data(other.m_data)        \
     {                                                                                                                  \
         ITallyObject::SetValidate(other.GetValidate());                                                                \
-        kernel::Record<R>::propagate(*this);                                                                           \
+        kernel::Record<R>::part(*this);                                                                                \
     }                                                                                                                  \
     R::R(R&& other) noexcept = default;                                                                                \
     R::~R() = default;                                                                                                 \

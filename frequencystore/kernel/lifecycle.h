@@ -119,6 +119,21 @@ template <class R> void Record<R>::own(const R& r)
         propagate(r); // to children that are as new, and so else have the same
 }
 
+/// Ends the sharing of lists, whose items would make their data for two records at once.
+struct DetachLists
+{
+    template <class T> void operator()(const Member&, T&) const {}
+    template <IsRecord T> void operator()(const Member&, QVector<T>& list) const { detach(list); }
+};
+
+/// Parts a copy from its original, so that each may go to a thread of its own.
+template <class R> void Record<R>::part(const R& r)
+{
+    if (r.m_data)
+        visit(layout(r), DetachLists());
+    propagate(r);
+}
+
 template <class R> void Record<R>::reset(R& r)
 {
     if (!r.m_data)

@@ -117,6 +117,7 @@ class XmlSink;
 template <class R> struct Record
 {
     static void own(const R& r);
+    static void part(const R& r);
     static void setValidate(const R& r, bool validate);
     static void setLogger(const R& r, const std::shared_ptr<TALLYFORM::Logger>& logger);
     static void propagate(const R& r);

@@ -15,11 +15,11 @@ public:                                                                         
     /** The name of the record's XML element. */                                                                       \
     static QString GetStaticObjectName() { return QStringLiteral(ELEMENT); }                                           \
     R() : ITallyObject(id, GetStaticObjectName(), {}) {}                                                               \
-    /** Copies the content and the flag; the logger stays behind. */                                                   \
+    /** Copies the content and the flag; the logger stays behind. The copy may go to another thread. */                \
     R(const R& other);                                                                                                 \
     R(R&& other) noexcept;                                                                                             \
     ~R() override;                                                                                                     \
-    /** Takes over the content alone: flag, logger and name stay. */                                                   \
+    /** Takes over the content alone: flag, logger and name stay. Keep both records to one thread. */                  \
     R& operator=(const R& other);                                                                                      \
     R& operator=(R&& other) noexcept;                                                                                  \
     bool operator==(const R& other) const;                                                                             \
