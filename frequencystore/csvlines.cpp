@@ -5,7 +5,7 @@
 #include "frequencystore/csvtext.h"
 
 #include <QFile>
-#include <QTextStream>
+#include <QTextCodec>
 
 #include <algorithm>
 
@@ -39,10 +39,9 @@ QString readText(const QString& fileName)
     QString reason;
     if (!ReadFile(file, content, reason))
         throw TallyException(QStringLiteral("Can't read file: '%1' (%2)").arg(fileName, reason));
-    QTextStream stream(content);
-    stream.setCodec("UTF-8");
-    stream.setAutoDetectUnicode(true);
-    return stream.readAll();
+    QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
+    QTextCodec::ConverterState state; // drops a character that the end of the file cuts
+    return QTextCodec::codecForUtfText(content, utf8)->toUnicode(content.constData(), content.size(), &state);
 }
 
 QStringView TableReader::next()
