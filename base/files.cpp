@@ -87,11 +87,61 @@ SaveResult fail(const QFileDevice& file, QString& reason)
     return file.isOpen() ? SaveResult::NotWritten : SaveResult::NotOpened;
 }
 
-bool writeAll(QFileDevice& file, const QByteArray& content)
+/// A file that is written while its content comes; what is no regular file waits for all of it.
+class Saver
 {
-    // Without the flush a full disk goes unnoticed: commit() alone would put a truncated file in place of a good one.
-    return file.write(content) == content.size() && file.flush();
-}
+public:
+    explicit Saver(const QString& path) : m_path(path), m_replaced(replacedBy(path)) {}
+
+    void write(const char* bytes, int size)
+    {
+        if (!m_replaced)
+            m_held.append(bytes, size);
+        else if (m_file || open())
+            m_isWritten = m_isWritten && m_file->write(bytes, size) == size;
+    }
+
+    SaveResult finish(QString& reason)
+    {
+        write(nullptr, 0);
+        return m_replaced ? commit(reason) : writeHeld(reason);
+    }
+
+private:
+    bool open()
+    {
+        m_file.emplace(QFile::decodeName(QByteArray::fromStdString(m_replaced->native())));
+        m_isWritten = m_file->open(QIODevice::WriteOnly);
+        if (m_isWritten)
+            takeAfter(*m_replaced, m_file->handle());
+        return m_isWritten;
+    }
+
+    /// Without the flush a full disk goes unnoticed: commit() alone would put a truncated file in place of a good one.
+    SaveResult commit(QString& reason)
+    {
+        if (!m_isWritten || !m_file->flush() || !isSynced(m_file->handle()))
+            return fail(*m_file, reason);
+        if (m_file->commit())
+            return SaveResult::Saved;
+        reason = m_file->errorString();
+        return SaveResult::NotWritten;
+    }
+
+    SaveResult writeHeld(QString& reason) const
+    {
+        QFile device(m_path);
+        const bool isWritten
+            = device.open(QIODevice::WriteOnly) && device.write(m_held) == m_held.size() && device.flush();
+        return isWritten ? SaveResult::Saved : fail(device, reason);
+    }
+
+    QString m_path;
+    std::optional<fs::path> m_replaced;
+    std::optional<QSaveFile> m_file;
+    bool m_isWritten = true;
+    QByteArray m_held;
+};
 
 std::atomic<qint64> inputLimit = qint64(1) << 30;
 
@@ -119,26 +169,19 @@ bool ReadFile(QFile& file, QByteArray& content, QString& reason)
 
 SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason)
 {
+    const auto produce = [&](const ByteDrain& drain) { return drain(content.constData(), content.size()), true; };
+    return SaveFile(path, produce, reason);
+}
+
+SaveResult SaveFile(const QString& path, const std::function<bool(const ByteDrain&)>& produce, QString& reason)
+{
     if (path.contains(QChar::Null)) { // which would end the name for the system
         reason = QStringLiteral("A file name cannot hold a zero character.");
         return SaveResult::NotOpened;
     }
-    const auto replaced = replacedBy(path);
-    if (!replaced) {
-        QFile device(path);
-        const bool isWritten = device.open(QIODevice::WriteOnly) && writeAll(device, content);
-        return isWritten ? SaveResult::Saved : fail(device, reason);
-    }
-    QSaveFile file(QFile::decodeName(QByteArray::fromStdString(replaced->native())));
-    if (!file.open(QIODevice::WriteOnly))
-        return fail(file, reason);
-    takeAfter(*replaced, file.handle());
-    if (!writeAll(file, content) || !isSynced(file.handle()))
-        return fail(file, reason);
-    if (file.commit())
-        return SaveResult::Saved;
-    reason = file.errorString();
-    return SaveResult::NotWritten;
+    Saver saver(path);
+    const bool isProduced = produce([&](const char* bytes, int size) { saver.write(bytes, size); });
+    return isProduced ? saver.finish(reason) : SaveResult::NotProduced;
 }
 
 } // namespace TALLYFORM

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/files.h"
 #include "base/objecttypes.h"
 #include "base/tallybase_export.h"
 
@@ -151,8 +152,9 @@ public:
     static void skipCurrentElement(QDataStream& stream, int length, int tag);
 
     /// Appends the object's element in UTF-8 to a document, indented by one blank a level or not at all; false if it
-    /// holds what XML cannot carry. Throws what Check throws.
-    virtual bool AppendXml(QByteArray& document, bool isIndented) const;
+    /// holds what XML cannot carry. Throws what Check throws. From a long document `drain`, if there is one, may take
+    /// what is there so far, which then leaves it.
+    virtual bool AppendXml(QByteArray& document, bool isIndented, const ByteDrain& drain = nullptr) const;
 
 protected:
     /// An object of a class: with its identifier and the name of its element.

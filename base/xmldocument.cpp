@@ -75,11 +75,16 @@ bool readForeign(ITallyObject& object, const QByteArray& document, const QTextCo
     return readDocument(object, text, source);
 }
 
-bool appendElement(const ITallyObject& object, QByteArray& document, bool isIndented)
+bool appendElement(const ITallyObject& object, QByteArray& document, bool isIndented, const ByteDrain& drain)
 {
     const int before = document.size();
-    const bool isCarried = object.AppendXml(document, isIndented);
-    if (document.size() == before)
+    bool isDrained = false;
+    const ByteDrain noticed = [&](const char* bytes, int size) {
+        isDrained = true;
+        drain(bytes, size);
+    };
+    const bool isCarried = object.AppendXml(document, isIndented, drain ? noticed : nullptr);
+    if (!isDrained && document.size() == before)
         return refuse(object, object.GetObjectName() + QLatin1String(": Nothing to write."), __LINE__);
     return isCarried
         || refuse(object, object.GetObjectName() + QLatin1String(": A character that XML cannot carry."), __LINE__);
@@ -120,7 +125,7 @@ bool ITallyObject::LoadXml(QFile& file)
     return readDocument(*this, document, file.fileName());
 }
 
-bool ITallyObject::AppendXml(QByteArray& document, bool isIndented) const
+bool ITallyObject::AppendXml(QByteArray& document, bool isIndented, const ByteDrain&) const
 {
     QString text; // much faster to write into than a device
     QXmlStreamWriter writer(&text);
@@ -134,18 +139,23 @@ bool ITallyObject::AppendXml(QByteArray& document, bool isIndented) const
 QString ITallyObject::GetXmlString() const
 {
     QByteArray document;
-    return appendElement(*this, document, false) ? QString::fromUtf8(document) : QString();
+    return appendElement(*this, document, false, nullptr) ? QString::fromUtf8(document) : QString();
 }
 
 bool ITallyObject::SaveXml(const QString& path) const
 {
-    QByteArray document("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
-    if (!appendElement(*this, document, true))
-        return false;
-    document += '\n';
+    const auto produce = [this](const ByteDrain& drain) {
+        QByteArray document("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+        if (!appendElement(*this, document, true, drain))
+            return false;
+        document += '\n';
+        drain(document.constData(), document.size());
+        return true;
+    };
     QString reason;
-    return SaveFile(path, document, reason) == SaveResult::Saved
-        || refuse(*this, path + QLatin1String(": ") + reason, __LINE__);
+    const SaveResult result = SaveFile(path, produce, reason);
+    return result == SaveResult::Saved
+        || (result != SaveResult::NotProduced && refuse(*this, path + QLatin1String(": ") + reason, __LINE__));
 }
 
 } // namespace TALLYFORM

@@ -232,7 +232,7 @@ void FileHandling::WriteToFile(QString const& file, QString const& text)
     switch (SaveFile(file, lines.toUtf8(), reason)) {
     case SaveResult::Saved: return;
     case SaveResult::NotOpened: throw TallyException(QStringLiteral("Can't open file for writing: '%1'").arg(file));
-    case SaveResult::NotWritten: throw TallyException(QStringLiteral("Can't write file: '%1' (%2)").arg(file, reason));
+    default: throw TallyException(QStringLiteral("Can't write file: '%1' (%2)").arg(file, reason));
     }
 }
 

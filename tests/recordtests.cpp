@@ -128,6 +128,29 @@ TEST(Sharing, CopiesPartAndFlagsReachTheWholeTree)
     EXPECT_FALSE(d.IsInitialized());
 }
 
+TEST(Sharing, ACheckHandsDownBehindTheFaultToo)
+{
+    Area area;
+    area.SetName("Harbour");
+    for (int i = 0; i < 3; ++i) {
+        Coordinate point;
+        point.SetLatitude(i);
+        point.SetLongitude(i);
+        area.AppendCoordinate(point);
+    }
+    Area copy;
+    copy = area;
+    area.GetCoordinate().first().ResetLatitude();
+    for (Coordinate& point : area.GetCoordinate())
+        point.SetValidate(false);
+    EXPECT_THROW(area.Check(), OutOfRangeException);
+    for (const Coordinate& point : area.GetCoordinate())
+        EXPECT_TRUE(point.GetValidate());
+    copy.SetValidate(false);
+    EXPECT_TRUE(area.GetCoordinate().last().GetValidate());
+    EXPECT_NO_THROW(copy.Check());
+}
+
 TEST(Compare, LooksAtBitsThenValues)
 {
     Coordinate a, b;

@@ -3,7 +3,7 @@
 /// What is demanded of a record's content, and what it holds.
 
 #include "frequencystore/kernel/access.h"
-#include "frequencystore/kernel/walk.h"
+#include "frequencystore/kernel/lifecycle.h"
 
 namespace Velmara::kernel {
 
@@ -11,7 +11,10 @@ namespace Velmara::kernel {
 class Checker
 {
 public:
-    Checker(const ITallyObject& self, const RecordData& data, bool flag) : m_self(self), m_data(data), m_flag(flag) {}
+    /// Items of lists inherit ahead of their check, if there is a heritage.
+    Checker(const ITallyObject& self, const RecordData& data, bool flag, const Heritage* heritage)
+        : m_self(self), m_data(data), m_flag(flag), m_heritage(heritage)
+    {}
 
     template <IsValue T> void operator()(const Member& m, const T& value) const
     {
@@ -24,18 +27,26 @@ public:
             Record<T>::check(child, m_flag);
     }
 
-    template <class T> void operator()(const Member& m, const QVector<T>& list) const
+    template <class T> void operator()(const Member& m, QVector<T>& list) const
     {
         if (!m_data.isSet(m))
             demand(m, !m.isMandatory());
         else if constexpr (IsRecord<T>)
-            for (const T& item : list)
-                Record<T>::check(item, m_flag);
+            checkItems(list);
         else
             demand(m, isValid(m, list));
     }
 
 private:
+    template <class T> void checkItems(QVector<T>& list) const
+    {
+        for (int i = 0; i < list.size(); ++i) {
+            if (m_heritage)
+                inherit(list, i, *m_heritage);
+            Record<T>::check(list.at(i), m_flag);
+        }
+    }
+
     void demand(const Member& m, bool isMet) const
     {
         if (!isMet)
@@ -46,6 +57,7 @@ private:
     const ITallyObject& m_self;
     const RecordData& m_data;
     bool m_flag;
+    const Heritage* m_heritage;
 };
 
 /// Throws for a chosen alternative that is not there. It looks no further into it: an alternative is checked when it is
@@ -89,13 +101,59 @@ template <class R> void checkChoice(const R& r)
         checker.failUnchosen();
 }
 
-template <class R> void Record<R>::check(const R& r, bool flag)
+template <class R> void checkMembers(const R& r, bool flag, const Heritage* heritage)
 {
-    const auto& data = layout(r);
+    auto& data = Record<R>::layout(r);
     if constexpr (HasChoice<R>)
         if (r.GetValidate())
             checkChoice(r);
-    visit<solitaries>(data, Checker(r, data, flag));
+    visit<solitaries>(data, Checker(r, data, flag, heritage));
+}
+
+template <class R> void Record<R>::check(const R& r, bool flag) { checkMembers(r, flag, nullptr); }
+
+/// Hands down to all but the items of those lists that are going to be checked.
+struct HandDownAhead
+{
+    const RecordData& data;
+    const Heritage& heritage;
+
+    template <class T> void operator()(const Member& m, T& field) const
+    {
+        if (!isList<T> || m.isAlternative() || !data.isSet(m))
+            HandDown{heritage}(m, field);
+    }
+};
+
+/// Hands down and checks. Each item of a list goes through both at once, so that a long list comes into the processor's
+/// caches once.
+template <class R> void Record<R>::checkTree(const R& r, bool flag)
+{
+    const Heritage heritage = heritageOf(r);
+    auto& data = layout(r);
+    try {
+        visit(data, HandDownAhead{data, heritage});
+        checkMembers(r, flag, &heritage);
+    } catch (...) {
+        propagate(r); // also behind the fault
+        throw;
+    }
+}
+
+/// What precedes the writing of a tree.
+template <class R> void Record<R>::verify(const R& r)
+{
+    if (r.GetValidate())
+        checkTree(r, false);
+    else
+        propagate(r);
+}
+
+/// What precedes the writing of a part that the check of the tree passes over.
+template <class R> void Record<R>::confirm(const R& r)
+{
+    if (r.GetValidate())
+        check(r, false);
 }
 
 /// Whether a member is there as its parent's HasData asks, a child being complete, or as AnyData asks, a child holding

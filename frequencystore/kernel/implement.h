@@ -88,11 +88,7 @@ template <class R> bool Record<R>::prepareNames()
     void R::Reset() { kernel::Record<R>::reset(*this); }                                                               \
     void R::ResetToDefault() { kernel::Record<R>::resetToDefault(*this); }                                             \
     void R::Check() const { Check(false); }                                                                            \
-    void R::Check(bool flag) const                                                                                     \
-    {                                                                                                                  \
-        kernel::Record<R>::propagate(*this);                                                                           \
-        kernel::Record<R>::check(*this, flag);                                                                         \
-    }                                                                                                                  \
+    void R::Check(bool flag) const { kernel::Record<R>::checkTree(*this, flag); }                                      \
     void R::SetObjectType(TALLYFORM::ObjectTypes) {}                                                                   \
     void R::SetValidate(bool validate) const { kernel::Record<R>::setValidate(*this, validate); }                      \
     void R::SetLogger(std::shared_ptr<TALLYFORM::Logger> logger) const                                                 \
@@ -104,9 +100,9 @@ template <class R> bool Record<R>::prepareNames()
         kernel::QtXmlSink sink(writer);                                                                                \
         kernel::Record<R>::writeXmlTree(*this, sink);                                                                  \
     }                                                                                                                  \
-    bool R::AppendXml(QByteArray& document, bool isIndented) const                                                     \
+    bool R::AppendXml(QByteArray& document, bool isIndented, const TALLYFORM::ByteDrain& drain) const                  \
     {                                                                                                                  \
-        kernel::Utf8XmlSink sink(document, isIndented);                                                                \
+        kernel::Utf8XmlSink sink(document, isIndented, drain);                                                         \
         kernel::Record<R>::writeXmlTree(*this, sink);                                                                  \
         return sink.isCarried();                                                                                       \
     }                                                                                                                  \

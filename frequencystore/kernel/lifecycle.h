@@ -47,6 +47,16 @@ struct LacksHeritage
     }
 };
 
+/// Hands down to an item of a list. That may be shared with another record, which must not notice: it is only touched
+/// if it has to be.
+template <class T> void inherit(QVector<T>& list, int i, const Heritage& heritage)
+{
+    if (Record<T>::hasInherited(list.at(i), heritage))
+        return;
+    detach(list);
+    Record<T>::handDown(list[i], heritage);
+}
+
 struct HandDown
 {
     const Heritage& heritage;
@@ -56,14 +66,10 @@ struct HandDown
         if constexpr (IsRecord<T>)
             Record<T>::handDown(field, heritage);
     }
-    /// A vector may be shared with another record, which must not notice: it is only touched if it has to be.
-    template <IsRecord T> void operator()(const Member& m, QVector<T>& list) const
+    template <IsRecord T> void operator()(const Member&, QVector<T>& list) const
     {
-        if (!LacksHeritage{heritage}(m, std::as_const(list)))
-            return;
-        detach(list);
-        for (T& item : list)
-            Record<T>::handDown(item, heritage);
+        for (int i = 0; i < list.size(); ++i)
+            inherit(list, i, heritage);
     }
 };
 
@@ -87,21 +93,9 @@ template <class R> void Record<R>::setLogger(const R& r, const std::shared_ptr<T
     handDown(r, {.logger = &r});
 }
 
-template <class R> void Record<R>::propagate(const R& r) { handDown(r, {.validate = r.GetValidate(), .logger = &r}); }
+template <class R> Heritage heritageOf(const R& r) { return {.validate = r.GetValidate(), .logger = &r}; }
 
-/// What precedes the writing of a tree.
-template <class R> void Record<R>::verify(const R& r)
-{
-    propagate(r);
-    confirm(r);
-}
-
-/// What precedes the writing of a part that the check of the tree passes over.
-template <class R> void Record<R>::confirm(const R& r)
-{
-    if (r.GetValidate())
-        check(r, false);
-}
+template <class R> void Record<R>::propagate(const R& r) { handDown(r, heritageOf(r)); }
 
 /// Gives the record private data of its own, made new or copied from what it shares.
 template <class R> void Record<R>::own(const R& r)

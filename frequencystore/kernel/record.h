@@ -129,6 +129,7 @@ template <class R> struct Record
     static bool hasData(const R& r);
     static bool anyData(const R& r);
     static void check(const R& r, bool flag);
+    static void checkTree(const R& r, bool flag);
     static bool equal(const R& a, const R& b);
 
     /// Whether the record is not to be written: under validation it is not if it lacks mandatory content.

@@ -42,8 +42,8 @@ public:                                                                         
     void SetLogger(std::shared_ptr<TALLYFORM::Logger> logger) const override;                                          \
     /** Writes the element; under validation, throws what Check throws, and nothing at all if HasData() is false. */   \
     void GetXml(QXmlStreamWriter& writer) const override;                                                              \
-    /** Appends the element in UTF-8; false if XML cannot carry it. Throws as GetXml does. */                          \
-    bool AppendXml(QByteArray& document, bool isIndented) const override;                                              \
+    /** Appends the element in UTF-8, drained or not; false if XML cannot carry it. Throws as GetXml does. */          \
+    bool AppendXml(QByteArray& document, bool isIndented, const TALLYFORM::ByteDrain& drain = nullptr) const override; \
     /** Reads the element on whose start the reader stands over what the record holds; throws as setters do. */        \
     void ProcessXml(QXmlStreamReader& reader) override;                                                                \
     /** Writes the tagged form, on a device that can seek; false if nothing was written. Throws as GetXml does. */     \
@@ -52,7 +52,7 @@ public:                                                                         
     void SetBinary(QDataStream& stream, int length) override;                                                          \
     /** Writes the packed form, which only the same schema version reads. */                                           \
     void GetVersionSpecificBinaryWithoutValidation(QDataStream& stream) const;                                         \
-    /** Reads the packed form; throws BinaryParsingException for another schema version, and as appends do. Of one */   \
+    /** Reads the packed form; throws BinaryParsingException for another schema version, and as appends do. Of one */  \
     /** that ends early it takes what is there, and the stream's status tells. */                                      \
     void SetVersionSpecificBinaryWithoutValidation(QDataStream& stream);                                               \
                                                                                                                        \

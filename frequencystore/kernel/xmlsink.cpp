@@ -27,7 +27,9 @@ void QtXmlSink::put(const Member& m, const QString& text)
     }
 }
 
-Utf8XmlSink::Utf8XmlSink(QByteArray& out, bool isIndented) : m_out(out), m_isIndented(isIndented) {}
+Utf8XmlSink::Utf8XmlSink(QByteArray& out, bool isIndented, const TALLYFORM::ByteDrain& drain)
+    : m_out(out), m_drain(drain), m_isIndented(isIndented)
+{}
 
 void Utf8XmlSink::appendIndent()
 {
@@ -72,6 +74,11 @@ void Utf8XmlSink::endElement(const QString& name)
         append('>');
     }
     m_state = State::BehindElement;
+    constexpr int many = 1 << 18; // what stays in a processor's cache until it is taken
+    if (m_drain && m_out.size() >= many) {
+        m_drain(m_out.at(0), m_out.size());
+        m_out.truncate(0);
+    }
 }
 
 template <class AppendText> void Utf8XmlSink::putText(const Member& m, AppendText appendText)

@@ -2,6 +2,7 @@
 
 /// Where the XML form of a record goes: to a QXmlStreamWriter or, several times as fast, into bytes.
 
+#include "base/tallyobject.h"
 #include "frequencystore/kernel/bytebuffer.h"
 #include "frequencystore/kernel/member.h"
 
@@ -37,11 +38,12 @@ private:
     QXmlStreamWriter& m_writer;
 };
 
-/// Appends the very bytes that a QXmlStreamWriter would write, indented by one blank a level or not at all.
+/// Appends the very bytes that a QXmlStreamWriter would write, indented by one blank a level or not at all. A drain, if
+/// there is one, takes them whenever they are many.
 class Utf8XmlSink final : public XmlSink
 {
 public:
-    Utf8XmlSink(QByteArray& out, bool isIndented);
+    Utf8XmlSink(QByteArray& out, bool isIndented, const TALLYFORM::ByteDrain& drain);
 
     void startElement(const QString& name, const QString& version) override;
     void endElement(const QString& name) override;
@@ -64,6 +66,7 @@ private:
     template <class AppendText> void putText(const Member& m, AppendText appendText);
 
     ByteBuffer m_out;
+    const TALLYFORM::ByteDrain& m_drain;
     int m_depth = 0;
     bool m_isIndented;
     bool m_isCarried = true;
