@@ -81,7 +81,8 @@ FrequencyStoreEntry hollowEntry()
 
 /// An item of a tagged list.
 QByteArray itemOf(const FrequencyStoreEntry& entry) { return tagged(entry).mid(sizeof(quint32)); }
-QByteArray hollowItem() { return bigEndian({0}); }
+/// One that holds nothing but an empty field of no member.
+QByteArray hollowItem() { return bigEndian({8, 0, 0}); }
 
 QByteArray falseCount(int) { return packed(FrequencyStoreList()).chopped(sizeof(qint32)) + bigEndian({0x7fffffff}); }
 
