@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Compares the installed files, or the names that the libraries export, with the list of them in the tree, so that no
+# change goes unseen. With VELMARA_ACCEPT=1 the list takes the change over.
+# usage: surface.sh installed|exported LIST PREFIX LIBDIR VERSION
+set -euo pipefail
+export LC_ALL=C
+what=$1 list=$2 prefix=$3 libdir=$4 version=$5
+
+installed() {
+    (cd "$prefix" && find . ! -type d -printf '%P\n') | sed -E "
+        s|^$libdir/|lib/|
+        s|\.so\.${version//./\\.}$|.so.VERSION|
+        s|\.so\.${version%%.*}$|.so.MAJOR|
+        s|Targets-[a-z]+\.cmake$|Targets-CONFIG.cmake|" | sort
+}
+
+# Classes by their own name, free functions without parameters. What is exported weakly differs between compilers.
+exported() {
+    for library in TraceKit TallyBase Velmara; do
+        echo "$library"
+        nm -DC --defined-only "$prefix/$libdir/lib$library.so" | sed -nE '
+            s/^[0-9a-f]+ [BDT] ((vtable|typeinfo|typeinfo name) for |non-virtual thunk to )?//
+            T
+            s/^(((Velmara|TALLYFORM|kernel)::)*[A-Za-z_0-9]+).*/    \1/p' | sort -u
+    done
+}
+
+if [ -n "${VELMARA_ACCEPT:-}" ]; then
+    "$what" >"$list"
+elif ! diff -u "$list" <("$what"); then
+    echo "If that is meant: VELMARA_ACCEPT=1 ctest --preset release -R install"
+    exit 1
+fi
