@@ -2,6 +2,8 @@
 
 #include "recordfixture.h"
 
+#include <QtEndian>
+
 using namespace Velmara;
 using namespace TALLYFORM;
 
@@ -362,6 +364,28 @@ TEST(Tagged, FramesAndRoundTrip)
                                     "4e93c023"
                                     "00000004"
                                     "00000000");
+}
+
+TEST(Tagged, OlderInputStartsFromTheResetValuesAndUnknownFieldsArePassedOver)
+{
+    const QByteArray frame = tagged(settings()), version("1\0.\0002", 5);
+    ASSERT_GT(frame.indexOf(version), 0);
+    FFM_Settings current, older, later;
+    for (FFM_Settings* each : {&current, &older, &later})
+        each->SetUpperLevel(3);
+    readTagged(current, frame);
+    readTagged(older, QByteArray(frame).replace(frame.indexOf(version) + 4, 1, "0"));
+    EXPECT_EQ(older.GetInitialVersionLoaded(), "1.0");
+    EXPECT_FALSE(older.IsUpperLevelSet());
+    EXPECT_TRUE(older.IsTunerModeSet());
+
+    const QByteArray unknown = bytesOf([](QDataStream& out) { out << quint32(0x12345678) << QByteArray("unknown"); });
+    QByteArray whole = QByteArray(frame).replace(frame.indexOf(version) + 4, 1, "9") + unknown;
+    qToBigEndian(qint32(whole.size() - 8), whole.data() + 4);
+    readTagged(later, whole);
+    EXPECT_EQ(later.GetInitialVersionLoaded(), "1.9");
+    EXPECT_TRUE(current.IsUpperLevelSet());
+    EXPECT_TRUE(later == current);
 }
 
 TEST(Tagged, DistrustsTheStream)
