@@ -144,6 +144,21 @@ private:
         addGrowth("Growth, XML load", compareSizes(load));
         addGrowth("Growth, XML save", compareSizes(save));
         addGrowth("Growth, packed read", compareSizes(read));
+        if (PackedFloor::isAvailable())
+            addFloorGrowth(few);
+    }
+
+    /// How the floor of packed reading grows itself, which has no goal.
+    void addFloorGrowth(const Subject& few)
+    {
+        const std::string message = PackedFloor(XmlFloor(few.xml).tokens()).write();
+        std::string many;
+        for (int i = 0; i < manyEntries / fewEntries; ++i)
+            many += message; // messages one behind the other are one list
+        addGrowth("Growth, packed read, the floor's", compare(
+                                                          growthTurns, [&] { return PackedFloor::read(many); },
+                                                          [&] { return PackedFloor::read(message); }));
+        m_rows.back().goal.reset();
     }
 
     void add(const char* name, const Comparison& time, double goal, double size)

@@ -14,17 +14,16 @@ using Cells = QStringList;
 QString decimals(double value, int count) { return QString::number(value, 'f', count); }
 
 /// As they are shown: a difference that nobody sees decides nothing.
-bool isGoalMet(const Row& row) { return decimals(row.ratio, 2).toDouble() <= row.goal; }
+bool isGoalMet(const Row& row) { return decimals(row.ratio, 2).toDouble() <= *row.goal; }
 
 Cells cellsOf(const Row& row)
 {
-    return {row.name,
-            row.library,
-            row.floor,
-            row.rate,
-            decimals(row.ratio, 2),
-            QStringLiteral("≤ ") + decimals(row.goal, 2),
-            isGoalMet(row) ? QStringLiteral("yes") : QStringLiteral("no")};
+    Cells cells{row.name, row.library, row.floor, row.rate, decimals(row.ratio, 2), {}, {}};
+    if (row.goal) {
+        cells[5] = QStringLiteral("≤ ") + decimals(*row.goal, 2);
+        cells[6] = isGoalMet(row) ? QStringLiteral("yes") : QStringLiteral("no");
+    }
+    return cells;
 }
 
 int widthOf(const QVector<Cells>& lines, int column)

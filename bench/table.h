@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace Velmara::bench {
@@ -16,7 +17,7 @@ struct Row
     QString floor;   ///< what it takes without the library
     QString rate;    ///< of the library
     double ratio = 0;
-    double goal = 0; ///< what the ratio may be at most
+    std::optional<double> goal; ///< what the ratio may be at most
 };
 
 QString microseconds(double seconds);
