@@ -144,20 +144,27 @@ private:
         addGrowth("Growth, XML load", compareSizes(load));
         addGrowth("Growth, XML save", compareSizes(save));
         addGrowth("Growth, packed read", compareSizes(read));
+        addFloorGrowth("Growth, XML load, the floor's",
+                       compareSizes([](const Subject& s) { return XmlFloor::load(s.xml); }));
         if (PackedFloor::isAvailable())
-            addFloorGrowth(few);
+            addFloorGrowth("Growth, packed read, the floor's", compareMessages(few));
     }
 
-    /// How the floor of packed reading grows itself, which has no goal.
-    void addFloorGrowth(const Subject& few)
+    /// The floor of packed reading, with a short list and with the same a hundred times over.
+    static Comparison compareMessages(const Subject& few)
     {
         const std::string message = PackedFloor(XmlFloor(few.xml).tokens()).write();
         std::string many;
         for (int i = 0; i < manyEntries / fewEntries; ++i)
             many += message; // messages one behind the other are one list
-        addGrowth("Growth, packed read, the floor's", compare(
-                                                          growthTurns, [&] { return PackedFloor::read(many); },
-                                                          [&] { return PackedFloor::read(message); }));
+        return compare(
+            growthTurns, [&] { return PackedFloor::read(many); }, [&] { return PackedFloor::read(message); });
+    }
+
+    /// What grows without the library; it has no goal.
+    void addFloorGrowth(const char* name, const Comparison& time)
+    {
+        addGrowth(name, time);
         m_rows.back().goal.reset();
     }
 

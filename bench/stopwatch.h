@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <vector>
 
 namespace Velmara::bench {
@@ -18,9 +19,18 @@ inline double processorSeconds()
     return double(time.tv_sec) + 1e-9 * double(time.tv_nsec);
 }
 
+/// Lets the allocator do what it has put off while results were taken down; else the next action that asks for a large
+/// block would pay for it.
+inline void settleHeap()
+{
+    void* volatile block = std::malloc(1 << 16);
+    std::free(block);
+}
+
 /// How long an action takes until its result is there; taking that down again does not count.
 template <class Action> double secondsOf(Action action)
 {
+    settleHeap();
     const double start = processorSeconds();
     [[maybe_unused]] const auto result = action();
     return processorSeconds() - start;
