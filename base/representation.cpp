@@ -181,7 +181,8 @@ bool ITallyObject::LoadBinary(const QString& path)
 bool ITallyObject::MergeTallyObject(const ITallyObject& other)
 {
     if (other.m_id != m_id)
-        return refuse(*this, QStringLiteral("'%1' takes nothing over from '%2'.").arg(m_name, other.GetObjectName()),
+        return refuse(*this,
+                      QStringLiteral("'%1' takes nothing over from '%2'.").arg(GetObjectName(), other.GetObjectName()),
                       __LINE__);
     const QByteArray content = other.GetBinaryRepresentationAsQByteArray();
     return content.isEmpty() || SetBinaryRepresentation(content);

@@ -8,15 +8,32 @@ namespace TALLYFORM {
 constinit const std::shared_ptr<Logger> ITallyObject::noLogger;
 
 ITallyObject::ITallyObject(ITallyObject&& other) noexcept
-    : m_name(other.m_name), m_logger(other.m_logger), m_id(other.m_id), m_type(other.m_type),
-      m_validate(other.m_validate)
+    : m_extras(other.m_extras), m_id(other.m_id), m_type(other.m_type), m_validate(other.m_validate)
 {}
 
 ITallyObject::~ITallyObject() = default;
 
 void ITallyObject::SetLogger(std::shared_ptr<Logger> logger) const
 {
-    m_logger = logger ? new SharedLogger{{}, std::move(logger)} : nullptr;
+    const std::optional<QString> name = m_extras ? m_extras->name : std::nullopt;
+    m_extras = logger || name ? new Extras{{}, std::move(logger), name} : nullptr;
+}
+
+void ITallyObject::TakeLogger(const ITallyObject& other) const
+{
+    const auto isNamed = [](const ITallyObject& object) { return object.m_extras && object.m_extras->name; };
+    if (isNamed(*this) || isNamed(other))
+        ITallyObject::SetLogger(other.GetLogger());
+    else
+        m_extras = other.m_extras;
+}
+
+void ITallyObject::SetObjectName(const QString& name) { m_extras = new Extras{{}, GetLogger(), name}; }
+
+const QString& ITallyObject::GetObjectName() const
+{
+    static const QString none;
+    return NameOr(none);
 }
 
 const QString& ITallyObject::GetVersion() const

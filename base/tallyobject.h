@@ -12,6 +12,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <optional>
 
 class QByteArray;
 class QDataStream;
@@ -97,7 +98,7 @@ public:
     /// The kind of report the object is part of.
     virtual ObjectTypes GetObjectType() const { return m_type; }
     /// The name of the object's element.
-    virtual const QString& GetObjectName() const { return m_name; }
+    virtual const QString& GetObjectName() const;
 
     /// Reads the element on whose start the reader stands, up to its end. Throws what ProcessXmlStartElement throws.
     virtual void ProcessXml(QXmlStreamReader& reader);
@@ -138,15 +139,19 @@ public:
     /// Sets the kind of report the object is part of.
     virtual void SetObjectType(ObjectTypes type) { m_type = type; }
     /// Sets the name of the object's element.
-    virtual void SetObjectName(const QString& name) { m_name = name; }
+    virtual void SetObjectName(const QString& name);
 
     /// The logger; null if there is none.
-    const std::shared_ptr<Logger>& GetLogger() const { return m_logger ? m_logger->logger : noLogger; }
+    const std::shared_ptr<Logger>& GetLogger() const { return m_extras ? m_extras->logger : noLogger; }
     /// Sets the logger that another object has.
-    void ShareLogger(const ITallyObject& other) const { m_logger = other.m_logger; }
+    void ShareLogger(const ITallyObject& other) const
+    {
+        if (!HasLoggerOf(other))
+            TakeLogger(other);
+    }
     bool HasLoggerOf(const ITallyObject& other) const
     {
-        return m_logger == other.m_logger || GetLogger() == other.GetLogger();
+        return m_extras == other.m_extras || GetLogger() == other.GetLogger();
     }
     /// Passes over the `length` bytes of a field that the object does not know.
     static void skipCurrentElement(QDataStream& stream, int length, int tag);
@@ -157,9 +162,14 @@ public:
     virtual bool AppendXml(QByteArray& document, bool isIndented, const ByteDrain& drain = nullptr) const;
 
 protected:
-    /// An object of a class: with its identifier and the name of its element.
-    ITallyObject(qint64 id, QString name, ObjectTypes type) : m_name(std::move(name)), m_id(quint32(id)), m_type(type)
-    {}
+    /// An object of a class: with its identifier.
+    ITallyObject(qint64 id, ObjectTypes type) : m_id(quint32(id)), m_type(type) {}
+
+    /// The name that the object was given, else that of its class.
+    const QString& NameOr(const QString& nameOfClass) const
+    {
+        return m_extras && m_extras->name ? *m_extras->name : nameOfClass;
+    }
 
     /// Reads the child element on whose start the reader stands; one left alone has its own children offered next.
     virtual void ProcessXmlStartElement(QXmlStreamReader& reader);
@@ -168,16 +178,18 @@ protected:
     QString GetTextValue(QXmlStreamReader& reader) const;
 
 private:
-    /// One for a whole tree, so that its objects are small.
-    struct SharedLogger : QSharedData
+    /// What most objects do without or share with a whole tree, so that objects are small.
+    struct Extras : QSharedData
     {
         std::shared_ptr<Logger> logger;
+        std::optional<QString> name;
     };
+
+    void TakeLogger(const ITallyObject& other) const;
 
     static const std::shared_ptr<Logger> noLogger;
 
-    QString m_name;
-    mutable QExplicitlySharedDataPointer<SharedLogger> m_logger;
+    mutable QExplicitlySharedDataPointer<Extras> m_extras;
 
 protected:
     /// Tells objects of different classes apart; the tag of the representation.

@@ -11,7 +11,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <malloc.h>
+
 #include <cstdio>
+#include <limits>
 #include <stdexcept>
 
 using namespace Velmara::bench;
@@ -24,6 +27,14 @@ QString templateOfFolder()
     const QString memory = QStringLiteral("/dev/shm");
     const bool hasRoom = QStorageInfo(memory).isReady() && QStorageInfo(memory).bytesAvailable() > (1 << 30);
     return (hasRoom ? memory : QDir::tempPath()) + QStringLiteral("/velmara-bench-XXXXXX");
+}
+
+/// Lets the allocator keep what is freed. It would give back the pages of long lists alone, and only these would find
+/// new ones for each run.
+void keepFreedPages()
+{
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);
 }
 
 int runSingles(int argc, char** argv, const QString& folder)
@@ -46,6 +57,7 @@ int printRatios(const QString& folder)
 
 int main(int argc, char** argv)
 {
+    keepFreedPages();
     ErrorHandler::Instance().SetMask(0);
     const QTemporaryDir folder(templateOfFolder());
     try {

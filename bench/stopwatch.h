@@ -48,7 +48,8 @@ inline double median(std::vector<double> values)
 struct Repetitions
 {
     int rounds;
-    int floorsPerRound;
+    int libraryRuns; ///< in a turn
+    int floorRuns;
 
     static constexpr int fewestRounds = 3;
     static constexpr std::chrono::seconds longest{9};
@@ -62,7 +63,7 @@ struct Comparison
     double ratio = 0; ///< within a round, whose times share what came over the machine
 };
 
-/// Takes the times of both sides in turns: in each round the library's between two halves of the floor's.
+/// Takes the times of both sides in turns: in each round the library's between two of the floor's.
 template <class Library, class Floor> Comparison compare(Repetitions repetitions, Library library, Floor floor)
 {
     std::vector<double> librarySeconds, floorSeconds, ratios;
@@ -70,14 +71,15 @@ template <class Library, class Floor> Comparison compare(Repetitions repetitions
     const auto isTimeLeft
         = [&](int round) { return round < Repetitions::fewestRounds || std::chrono::steady_clock::now() < end; };
     for (int round = 0; round < repetitions.rounds && isTimeLeft(round); ++round) {
-        std::vector<double> floors;
-        const auto takeHalf = [&](int count) {
-            for (int i = 0; i < count; ++i)
-                floors.push_back(secondsOf(floor));
+        std::vector<double> floors, libraries;
+        const auto takeTurn = [](std::vector<double>& seconds, int runs, const auto& action) {
+            for (int i = 0; i < runs; ++i)
+                seconds.push_back(secondsOf(action));
         };
-        takeHalf(repetitions.floorsPerRound / 2);
-        librarySeconds.push_back(secondsOf(library));
-        takeHalf(repetitions.floorsPerRound - repetitions.floorsPerRound / 2);
+        takeTurn(floors, repetitions.floorRuns, floor);
+        takeTurn(libraries, repetitions.libraryRuns, library);
+        takeTurn(floors, repetitions.floorRuns, floor);
+        librarySeconds.push_back(median(libraries));
         floorSeconds.push_back(median(floors));
         ratios.push_back(librarySeconds.back() / floorSeconds.back());
     }

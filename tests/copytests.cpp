@@ -59,7 +59,9 @@ template <class R> void describe(const R& record, QDataStream& out)
     out << record.GetObjectName() << record.GetValidate() << quintptr(record.GetLogger().get()) << (data != nullptr);
     if (!data)
         return;
-    out << data->bits << data->choice << data->versionLoaded;
+    out << data->bits << data->choice;
+    if constexpr (IsVersioned<R>)
+        out << data->versionLoaded;
     visit(*data, Describe{out});
 }
 template <class R> QByteArray description(const R& record)

@@ -40,6 +40,11 @@ FFM_Settings settings()
     return s;
 }
 
+struct Silence : Logger
+{
+    void Log(const QString&) override {}
+};
+
 } // namespace
 
 TEST(Accessors, StateFollowsTheBits)
@@ -151,6 +156,28 @@ TEST(Sharing, ACheckHandsDownBehindTheFaultToo)
     copy.SetValidate(false);
     EXPECT_TRUE(area.GetCoordinate().last().GetValidate());
     EXPECT_NO_THROW(copy.Check());
+}
+
+TEST(Sharing, ANameAndALoggerDoNotDisturbEachOther)
+{
+    Targetareas areas;
+    areas.AppendArea(area());
+    areas.SetObjectName("Zones");
+    const auto logger = std::make_shared<Silence>();
+    areas.SetLogger(logger);
+    Area& child = areas.GetArea()[0];
+    EXPECT_EQ(areas.GetObjectName(), "Zones");
+    EXPECT_EQ(child.GetObjectName(), "Area");
+    EXPECT_EQ(child.GetCoordinate()[0].GetLogger(), logger);
+
+    child.SetObjectName("Zone");
+    EXPECT_EQ(child.GetLogger(), logger);
+    areas.ResetLogger();
+    EXPECT_EQ(child.GetLogger(), nullptr);
+    EXPECT_EQ(child.GetObjectName(), "Zone");
+    EXPECT_TRUE(xml(areas).startsWith("<Zones><Zone ")) << xml(areas).toStdString();
+    EXPECT_EQ(Area(child).GetObjectName(), "Area");
+    EXPECT_EQ(Area(std::move(child)).GetObjectName(), "Zone");
 }
 
 TEST(Compare, LooksAtBitsThenValues)

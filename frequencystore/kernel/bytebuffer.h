@@ -25,6 +25,13 @@ public:
         m_size += size;
         return m_start + m_size - size;
     }
+    /// Makes room for content that is likely to come; a bad guess costs little.
+    void expect(qint64 size)
+    {
+        constexpr qint64 most = 1 << 28;
+        if (const int wanted = int(qMin(size, most)); wanted > m_room - m_size)
+            grow(wanted);
+    }
     void append(const char* bytes, int size) { std::copy_n(bytes, size, extend(size)); }
     void truncate(int size) { m_size = size; }
     /// Gives up the spare room.

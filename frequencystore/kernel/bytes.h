@@ -64,6 +64,7 @@ public:
     void append(const char* bytes, int size) { m_buffer.append(bytes, size); }
 
     int position() const { return m_buffer.size(); }
+    void expect(qint64 size) { m_buffer.expect(size); }
     /// Puts a word in the place of an earlier one.
     void patch(int position, quint32 word);
     /// Gives all to the stream; false if that has no device, or one that does not take all.
@@ -178,6 +179,19 @@ private:
     QByteArray m_bytes;
     int m_at = 0;
 };
+
+/// Writes items by a function. Once some are there, room is made for the others, which are likely to be as long: a form
+/// that outgrows its room is moved as a whole, to pages that the system has to find first.
+template <class T, class WriteItem> void writeItems(ByteSink& out, const QVector<T>& list, WriteItem writeItem)
+{
+    constexpr int some = 16;
+    const int start = out.position();
+    for (int i = 0; i < list.size(); ++i) {
+        if (i == some)
+            out.expect(qint64(out.position() - start) * (list.size() / some));
+        writeItem(list.at(i));
+    }
+}
 
 /// How much room to reserve for the announced number of items: never more than the bytes left can fill, so that a false
 /// count costs no memory.

@@ -16,12 +16,12 @@ public:
         : m_self(self), m_data(data), m_flag(flag), m_heritage(heritage)
     {}
 
-    template <IsValue T> void operator()(const Member& m, const T& value) const
+    template <IsValue T> VELMARA_FOLDED void operator()(const Member& m, const T& value) const
     {
         demand(m, m_data.isSet(m) ? !isGuarded<T> || isValid(m, value) : !m.isMandatory());
     }
 
-    template <IsRecord T> void operator()(const Member& m, const T& child) const
+    template <IsRecord T> VELMARA_FOLDED void operator()(const Member& m, const T& child) const
     {
         if (m.isMandatory() || m_data.isSet(m))
             Record<T>::check(child, m_flag);

@@ -64,7 +64,7 @@ template <class R> bool Record<R>::prepareNames()
 
 #define VELMARA_IMPLEMENT_RECORD(R)                                                                                    \
     template struct kernel::Record<R>;                                                                                 \
-    R::R(const R& other) : ITallyObject(id, GetStaticObjectName(), other.GetObjectType()), m_data(other.m_data)        \
+    R::R(const R& other) : ITallyObject(id, other.GetObjectType()), m_data(other.m_data)                               \
     {                                                                                                                  \
         ITallyObject::SetValidate(other.GetValidate());                                                                \
         kernel::Record<R>::part(*this);                                                                                \

@@ -29,6 +29,12 @@ struct Heritage
     }
 };
 
+/// Whether a tree has what is handed down to it. That most children are as new costs no call.
+template <class R> bool hasInherited(const R& r, const Heritage& heritage)
+{
+    return heritage.isHeldBy(r) && (!r.IsInitialized() || Record<R>::haveChildrenInherited(r, heritage));
+}
+
 /// Whether a member's subtree lacks what its record hands down.
 struct LacksHeritage
 {
@@ -37,7 +43,7 @@ struct LacksHeritage
     template <class T> bool operator()(const Member&, const T& field) const
     {
         if constexpr (IsRecord<T>)
-            return !Record<T>::hasInherited(field, heritage);
+            return !hasInherited(field, heritage);
         else
             return false;
     }
@@ -51,7 +57,7 @@ struct LacksHeritage
 /// if it has to be.
 template <class T> void inherit(QVector<T>& list, int i, const Heritage& heritage)
 {
-    if (Record<T>::hasInherited(list.at(i), heritage))
+    if (hasInherited(list.at(i), heritage))
         return;
     detach(list);
     Record<T>::handDown(list[i], heritage);
@@ -80,9 +86,9 @@ template <class R> void Record<R>::handDown(const R& r, const Heritage& heritage
         visit(layout(r), HandDown{heritage});
 }
 
-template <class R> bool Record<R>::hasInherited(const R& r, const Heritage& heritage)
+template <class R> bool Record<R>::haveChildrenInherited(const R& r, const Heritage& heritage)
 {
-    return heritage.isHeldBy(r) && (!r.m_data || !any(*held(r), LacksHeritage{heritage}));
+    return !any(*held(r), LacksHeritage{heritage});
 }
 
 template <class R> void Record<R>::setValidate(const R& r, bool validate) { handDown(r, {.validate = validate}); }

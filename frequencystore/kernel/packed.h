@@ -65,8 +65,7 @@ public:
             return;
         m_out << qint32(list.size());
         if (areItemsWritten(m_data, m))
-            for (const T& item : list)
-                putPacked(m_out, item);
+            writeItems(m_out, list, [&](const T& item) { putPacked(m_out, item); });
     }
 
 private:

@@ -28,9 +28,8 @@ struct VELMARA_EXPORT RecordData : QSharedData
     static constexpr int count = 0;
     static constexpr int position = 0;
 
-    qint8 choice = -1;     ///< position of the chosen alternative
-    quint64 bits = 0;      ///< presence of the members
-    QString versionLoaded; ///< the schema version of the input that was read
+    qint8 choice = -1; ///< position of the chosen alternative
+    quint64 bits = 0;  ///< presence of the members
 
     RecordData() = default;
     RecordData(const RecordData&) = default;
@@ -46,6 +45,11 @@ struct VELMARA_EXPORT RecordData : QSharedData
             choice = qint8(m.position);
     }
     bool isChosen(const Member& m) const { return !m.isAlternative() || choice == m.position; }
+};
+
+struct VersionedData : RecordData
+{
+    QString versionLoaded; ///< the schema version of the input that was read
 };
 
 using DataPointer = QExplicitlySharedDataPointer<RecordData>;
@@ -71,6 +75,8 @@ template <> struct ListOf<RecordData>
 {
     using Type = Rows<>;
 };
+template <> struct ListOf<VersionedData> : ListOf<RecordData>
+{};
 
 /// The rows above and one more.
 template <class Above, class Row> struct After;
@@ -156,7 +162,7 @@ template <class R> struct Record
     }
 
     static void handDown(const R& r, const Heritage& heritage);
-    static bool hasInherited(const R& r, const Heritage& heritage);
+    static bool haveChildrenInherited(const R& r, const Heritage& heritage);
     /// Whether the input is of an older schema version; any input of a record without one may be.
     static bool isOlder(const R& r);
 };

@@ -13,8 +13,12 @@ public:                                                                         
     /** The identifier of the class. */                                                                                \
     static qint64 GetId() { return id; }                                                                               \
     /** The name of the record's XML element. */                                                                       \
-    static QString GetStaticObjectName() { return QStringLiteral(ELEMENT); }                                           \
-    R() : ITallyObject(id, GetStaticObjectName(), {}) {}                                                               \
+    static const QString& GetStaticObjectName()                                                                        \
+    {                                                                                                                  \
+        static const QString name = QStringLiteral(ELEMENT);                                                           \
+        return name;                                                                                                   \
+    }                                                                                                                  \
+    R() : ITallyObject(id, TALLYFORM::ObjectTypes::None) {}                                                            \
     /** Copies the content and the flag; the logger stays behind. The copy may go to another thread. */                \
     R(const R& other);                                                                                                 \
     R(R&& other) noexcept;                                                                                             \
@@ -28,6 +32,8 @@ public:                                                                         
     bool HasData() const override;                                                                                     \
     /** Whether any member holds something. */                                                                         \
     bool AnyData() const;                                                                                              \
+    /** The name that the record was given, else that of its class. */                                                 \
+    const QString& GetObjectName() const override { return NameOr(GetStaticObjectName()); }                            \
     bool IsInitialized() const { return m_data; }                                                                      \
     void Reset() override;                                                                                             \
     /** Resets the record and marks those members as present that have a default worth writing. */                     \
@@ -78,6 +84,9 @@ public:
 
 /// A record with a schema version.
 #define VELMARA_VERSION(VERSION)                                                                                       \
+private:                                                                                                               \
+    static ::Velmara::kernel::VersionedData* rows(::Velmara::kernel::Rank<1>);                                         \
+                                                                                                                       \
 public:                                                                                                                \
     static const QString& schemaVersion()                                                                              \
     {                                                                                                                  \
@@ -91,7 +100,10 @@ public:                                                                         
         return schemaVersion();                                                                                        \
     }                                                                                                                  \
     /** The schema version of the input that was read; null before that. */                                            \
-    const QString& GetInitialVersionLoaded() const { return data().versionLoaded; }
+    const QString& GetInitialVersionLoaded() const                                                                     \
+    {                                                                                                                  \
+        return static_cast<::Velmara::kernel::VersionedData&>(data()).versionLoaded;                                   \
+    }
 
 /// The field of member X in the private data, which is made if need be.
 #define VELMARA_FIELD(X) static_cast<X##Row&>(data()).m_##X
@@ -109,7 +121,7 @@ private:                                                                        
         T& field() { return m_##X; }                                                                                   \
         const T& field() const { return m_##X; }                                                                       \
     };                                                                                                                 \
-    static X##Row* rows(::Velmara::kernel::Rank<X##Row::count>);                                                       \
+    static X##Row* rows(::Velmara::kernel::Rank<X##Row::count + 1>);                                                   \
                                                                                                                        \
 public:                                                                                                                \
     bool Is##X##Set() const { return m_data && m_data->isSet(X##Row::info); }                                          \

@@ -59,17 +59,16 @@ private:
         if (m.isMandatory() && !m_data.isSet(m))
             return 0;
         int count = 0;
-        for (const T& item : list) {
+        writeItems(m_out, list, [&](const T& item) {
             if (!m_data.isSet(m))
                 Record<T>::confirm(item); // which the Check of a record without the list has not done
             count += Record<T>::writeTagged(item, m_out, m.tag, false);
-        }
+        });
         return count;
     }
     template <IsValue T> int putItems(const Member& m, const QVector<T>& list) const
     {
-        for (const T& item : list)
-            putSized(m, item);
+        writeItems(m_out, list, [&](const T& item) { putSized(m, item); });
         return list.size();
     }
 
