@@ -11,3 +11,4 @@
 #include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/filehandling.h"
 #include "frequencystore/records/allrecords.h"
+#include "frequencystore/reflection.h"

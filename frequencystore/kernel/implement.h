@@ -4,6 +4,7 @@
 
 #include "frequencystore/kernel/check.h"
 #include "frequencystore/kernel/compare.h"
+#include "frequencystore/kernel/describe.h"
 #include "frequencystore/kernel/lifecycle.h"
 #include "frequencystore/kernel/packed.h"
 #include "frequencystore/kernel/tagged.h"

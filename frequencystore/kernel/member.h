@@ -35,8 +35,9 @@ struct Member
     double upper = 0;
     int precision = 2;
     int width = 0;
-    const char* labels = nullptr; ///< the names of an enumeration, parted by '|' or, as identifiers, by ','
-    Names names = nullptr;        ///< the same as a list
+    const char* labels = nullptr;      ///< the names of an enumeration, parted by '|' or, as identifiers, by ','
+    Names names = nullptr;             ///< the same as a list
+    const char* identifiers = nullptr; ///< the enumerators, parted by ','
 
     constexpr Member optional() const { return *this; }
     constexpr Member mandatory() const
@@ -116,10 +117,11 @@ struct Member
         m.labels = list;
         return m;
     }
-    constexpr Member enumeration(Names list, const char* identifiers) const
+    constexpr Member enumeration(Names list, const char* enumerators) const
     {
-        Member m = named(identifiers).initially(-1);
+        Member m = named(enumerators).initially(-1);
         m.names = list;
+        m.identifiers = enumerators;
         return m;
     }
     /// The items of a mandatory list stand in packed binary only if the list is marked as present, its count always.

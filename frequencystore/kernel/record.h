@@ -17,6 +17,10 @@
 
 #include <concepts>
 
+namespace Velmara {
+struct RecordDescription;
+}
+
 namespace Velmara::kernel {
 
 using TALLYFORM::ITallyObject;
@@ -151,6 +155,7 @@ template <class R> struct Record
 
     /// Builds the name lists of the enumerations.
     static bool prepareNames();
+    static const RecordDescription& description();
 
     /// The private data by its own type: the last row, which holds all others.
     template <class Self> using Layout = std::remove_pointer_t<decltype(Self::rows(Rank<>()))>;

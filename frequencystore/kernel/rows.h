@@ -117,6 +117,7 @@ private:                                                                        
     {                                                                                                                  \
         static constexpr ::Velmara::kernel::Member info = ::Velmara::kernel::Member{                                   \
             className, QLatin1String(#X, sizeof(#X) - 1), TAG, bit, position} __VA_OPT__(.) __VA_ARGS__;               \
+        static constexpr const char* accessor = #X;                                                                    \
         T m_##X = info.initial<T>();                                                                                   \
         T& field() { return m_##X; }                                                                                   \
         const T& field() const { return m_##X; }                                                                       \
