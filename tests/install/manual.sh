@@ -12,8 +12,7 @@ commands=$("$tool" --help | sed -nE 's/^  ([a-z]+) .*/\1/p')
 [ -n "$commands" ] || faults+="the tool's help names no command"
 for command in $commands; do
     grep -qx "\.SS $command" <<<"$text" || missing "$command"
-    # --help-all is of the parser, about Qt's own options.
-    for option in $("$tool" "$command" --help | grep -oE -- '--[a-z-]+' | grep -vx -e --help-all | sort -u); do
+    for option in $("$tool" "$command" --help | grep -oE -- '--[a-z-]+' | sort -u); do
         grep -qFw -e "$option" <<<"$text" || missing "$option of $command"
     done
 done

@@ -1,12 +1,12 @@
 #include "listfile.h"
 
 #include "messages.h"
+#include "terminal.h"
 
 #include <base/files.h>
 
 #include <QDataStream>
 #include <QFile>
-#include <QFileInfo>
 
 using namespace TALLYFORM;
 using namespace Velmara;
@@ -59,13 +59,13 @@ template <class List> bool readPacked(const QString& path, List& list)
 }
 
 /// Reads the forms that all records have.
-template <class List> void readRecord(const QString& path, List& list)
+template <class List> void readRecord(const ListFile& file, List& list)
 {
     const auto read = [&](List& fresh) {
-        switch (formOf(path)) {
-        case Form::Xml: return fresh.LoadXml(path);
-        case Form::Tagged: return fresh.LoadBinary(path);
-        case Form::Packed: return readPacked(path, fresh);
+        switch (file.form) {
+        case Form::Xml: return fresh.LoadXml(file.path);
+        case Form::Tagged: return fresh.LoadBinary(file.path);
+        case Form::Packed: return readPacked(file.path, fresh);
         case Form::Csv: break;
         }
         throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
@@ -73,14 +73,20 @@ template <class List> void readRecord(const QString& path, List& list)
     demand(list, [&] { return LoadWhole(list, read); });
 }
 
-void readCsv(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
+void warn(const QStringList& warnings)
+{
+    for (const QString& warning : warnings)
+        tell(QStringLiteral("warning: ") + warning);
+}
+
+void readCsv(const QString& path, FrequencyStoreListHelper& helper)
 {
     ImportReport report;
     LoadWhole(helper.GetFrequencyStoreList(), [&](FrequencyStoreList& fresh) {
         report = FileHandling().ReadCSV(path, fresh, std::as_const(helper).GetListType());
         return report.isComplete;
     });
-    warnings += warningsOf(path, report);
+    warn(warningsOf(path, report));
     if (!report.isComplete)
         throw TallyException(describe(path, report));
 }
@@ -111,52 +117,72 @@ void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
     }
 }
 
-void writeCsv(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
+void writeCsv(const QString& path, FrequencyStoreListHelper& helper)
 {
     const ExportReport report = FileHandling().WriteCSV(path, helper);
     if (!report.isComplete)
         throw TallyException(report.error);
-    warnings += warningsOf(path, report);
+    warn(warningsOf(path, report));
 }
 
 } // namespace
 
-Form formOf(const QString& path)
+std::optional<Form> formNamed(const QString& name)
 {
-    const QString extension = QFileInfo(path).suffix().toLower();
-    if (extension == QLatin1String("csv"))
-        return Form::Csv;
-    if (extension == QLatin1String("xml"))
-        return Form::Xml;
-    if (extension == QLatin1String("tagged"))
-        return Form::Tagged;
-    if (extension == QLatin1String("packed"))
-        return Form::Packed;
-    throw TallyException(QStringLiteral("%1: the extension must be .csv, .xml, .tagged or .packed.").arg(path));
+    static const QStringList names{QStringLiteral("csv"), QStringLiteral("xml"), QStringLiteral("tagged"),
+                                   QStringLiteral("packed")};
+    const int form = names.indexOf(name.toLower());
+    return form < 0 ? std::nullopt : std::optional(Form(form));
 }
 
-void readList(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
+void readList(const ListFile& file, FrequencyStoreListHelper& helper)
 {
+    const Progress progress(QStringLiteral("reading ") + file.path);
+    if (file.type != ListType::Invalid)
+        helper.SetListType(file.type);
     try {
-        if (helper.GetListType() == ListType::DetectionResult)
-            readRecord(path, helper.GetDetectionResultList());
-        else if (formOf(path) == Form::Csv)
-            readCsv(path, helper, warnings);
+        if (file.type == ListType::DetectionResult)
+            readRecord(file, helper.GetDetectionResultList());
+        else if (file.form == Form::Csv)
+            readCsv(file.path, helper);
         else
-            readRecord(path, helper.GetFrequencyStoreList());
+            readRecord(file, helper.GetFrequencyStoreList());
     } catch (TallyFormException& failure) {
-        if (failure.GetOrigin().isEmpty() && !failure.GetMessage().contains(path))
-            failure.SetOrigin(path);
+        if (failure.GetOrigin().isEmpty() && !failure.GetMessage().contains(file.path))
+            failure.SetOrigin(file.path);
         throw;
     }
 }
 
-void writeList(const QString& path, FrequencyStoreListHelper& helper, QStringList& warnings)
+void writeList(const ListFile& file, FrequencyStoreListHelper& helper)
 {
-    const Form form = formOf(path);
-    if (form == Form::Csv)
-        return writeCsv(path, helper, warnings);
+    const Progress progress(QStringLiteral("writing ") + file.path);
+    if (file.form == Form::Csv)
+        return writeCsv(file.path, helper);
     if (helper.GetListType() == ListType::DetectionResult)
         DetectionResultHelper(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
-    writeRecord(path, form, helper.GetFrequencyStoreList());
+    writeRecord(file.path, file.form, helper.GetFrequencyStoreList());
+}
+
+const ITallyObject& listIn(const FrequencyStoreListHelper& helper)
+{
+    if (helper.GetListType() == ListType::DetectionResult)
+        return helper.GetDetectionResultList();
+    return helper.GetFrequencyStoreList();
+}
+
+QVector<const ITallyObject*> entriesIn(const FrequencyStoreListHelper& helper)
+{
+    const QString member = helper.GetListType() == ListType::DetectionResult ? QStringLiteral("DetectionResult")
+                                                                             : QStringLiteral("FrequencyStoreEntry");
+    const ITallyObject& list = listIn(helper);
+    return DescriptionOf(list).member(member)->children(list);
+}
+
+QString countIn(const FrequencyStoreListHelper& helper)
+{
+    const int count = entriesIn(helper).size();
+    if (helper.GetListType() == ListType::DetectionResult)
+        return count == 1 ? QStringLiteral("1 detection result") : QStringLiteral("%1 detection results").arg(count);
+    return count == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(count);
 }

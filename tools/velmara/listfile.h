@@ -2,17 +2,33 @@
 
 #include <frequencystore/frequencystore.h>
 
-/// The forms in which a list can stand in a file, told apart by the file's extension.
+#include <optional>
+
+/// The forms in which a list can stand in a file.
 enum class Form { Csv, Xml, Tagged, Packed };
 
-/// Throws TallyException for an extension that names no form.
-Form formOf(const QString& path);
+/// The form of this name, which is also the extension of its files.
+std::optional<Form> formNamed(const QString& name);
 
-/// Reads and checks a list of store entries, or of detection results for that list type, into the helper; its list type
-/// tells the CSV format. Adds warnings for the operator. Throws TallyFormException, which tells the place in the file
-/// where it is known.
-void readList(const QString& path, Velmara::FrequencyStoreListHelper& helper, QStringList& warnings);
+/// A file with a list, as the command line tells it.
+struct ListFile
+{
+    QString path;
+    Form form;
+    Velmara::FrequencyStoreListHelper::ListType type; ///< Invalid where nobody told it
+};
 
-/// Writes the list; detection results become store entries in all forms but CSV. Adds warnings for the operator.
+/// Reads and checks a list of store entries, or of detection results for that list type, into the helper; warns of what
+/// is not as it should be. Throws TallyFormException, which tells the place in the file where it is known.
+void readList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
+
+/// Writes the list; detection results become store entries in all forms but CSV. Warns of what the form cannot carry.
 /// Throws TallyFormException; a file that was there then stays as it was.
-void writeList(const QString& path, Velmara::FrequencyStoreListHelper& helper, QStringList& warnings);
+void writeList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
+
+/// The list that a helper holds.
+const TALLYFORM::ITallyObject& listIn(const Velmara::FrequencyStoreListHelper& helper);
+/// Its entries or detection results, valid while it is not changed.
+QVector<const TALLYFORM::ITallyObject*> entriesIn(const Velmara::FrequencyStoreListHelper& helper);
+/// "3 entries"
+QString countIn(const Velmara::FrequencyStoreListHelper& helper);

@@ -1,45 +1,71 @@
-#include "convert.h"
+#include "commands.h"
+#include "terminal.h"
 
 #include <base/errorhandler.h>
 
 #include <QCoreApplication>
-#include <QTextStream>
+
+#include <cstdio>
+#include <string>
 
 namespace {
 
-const char help[] = R"(Usage: velmara COMMAND [ARGUMENTS]
+struct Command
+{
+    const char* name;
+    const char* syntax;
+    const char* summary;
+    int (*run)(const QStringList& arguments);
+};
 
-Works on frequency lists in files.
+const Command commands[] = {
+    {"convert", "IN OUT", "convert a list between CSV, XML, tagged and packed binary", convert},
+};
 
-Commands:
-  convert IN OUT [--type TYPE]   convert a list between CSV, XML, tagged and packed binary
+QString help()
+{
+    QString text
+        = QStringLiteral("Usage: velmara COMMAND [ARGUMENTS]\n\nWorks on frequency lists in files.\n\nCommands:\n");
+    for (const Command& command : commands)
+        text += QStringLiteral("  %1 %2\n")
+                    .arg(QStringLiteral("%1 %2").arg(QLatin1String(command.name), QLatin1String(command.syntax)), -24)
+                    .arg(QLatin1String(command.summary));
+    return text + QStringLiteral("\nvelmara COMMAND --help tells more. velmara --version tells the version.\n");
+}
 
-velmara COMMAND --help tells more. velmara --version tells the version.
-)";
+/// Answers a line without a command; null for one that is none of those.
+QString answer(const QString& word)
+{
+    if (word == QLatin1String("--version"))
+        return QStringLiteral("velmara " VELMARA_VERSION_TEXT "\n");
+    if (word == QLatin1String("--help") || word == QLatin1String("-h"))
+        return help();
+    return {};
+}
+
+int run(const Command& command, int argc, char** argv)
+{
+    std::string name = std::string("velmara ") + command.name; // as a command's help shows it
+    argv[0] = name.data();
+    const QCoreApplication application(argc, argv);
+    ErrorHandler::Instance().SetMask(0); // the tool tells of failures itself
+    return command.run(QCoreApplication::arguments());
+}
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("velmara"));
-    ErrorHandler::Instance().SetMask(0); // the tool tells of failures itself
-    QStringList arguments = application.arguments();
-    const QString command = arguments.value(1);
-    if (command == QLatin1String("convert")) {
-        arguments.removeAt(1);
-        return convert(arguments);
-    }
-    if (command == QLatin1String("--version")) {
-        QTextStream(stdout) << "velmara " VELMARA_VERSION_TEXT "\n";
+    const QString word = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
+    for (const Command& command : commands)
+        if (word == QLatin1String(command.name))
+            return run(command, argc - 1, argv + 1);
+    if (const QString text = answer(word); !text.isNull()) {
+        std::fputs(text.toUtf8().constData(), stdout);
         return 0;
     }
-    if (command == QLatin1String("--help") || command == QLatin1String("-h")) {
-        QTextStream(stdout) << help;
-        return 0;
-    }
-    QTextStream(stderr) << (command.isEmpty() ? QString()
-                                              : QStringLiteral("velmara: there is no command '%1'.\n\n").arg(command))
-                        << help;
+    if (!word.isEmpty())
+        tell(QStringLiteral("there is no command '%1'.\n").arg(word));
+    std::fputs(help().toUtf8().constData(), stderr);
     return 2;
 }

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "listfile.h"
+
+#include <QCommandLineParser>
+
+#include <functional>
+
+/// A command line that does not say what is to be done.
+class UsageError : public TALLYFORM::TallyException
+{
+public:
+    using TallyException::TallyException;
+};
+
+/// The command line of one command: what all of them share, and the answers to --help and to failures.
+class CommandLine
+{
+public:
+    enum Status { Done = 0, Failed = 1, Misused = 2 };
+
+    /// `examples` are whole lines that an operator may try.
+    CommandLine(const QString& description, const QStringList& examples);
+
+    void addArgument(const QString& name, const QString& description, const QString& syntax);
+    void addFlag(const QString& name, const QString& description);
+    void addValue(const QString& name, const QString& placeholder, const QString& description);
+    /// --type and --from, which tell what a file to read is.
+    void addInputOptions();
+    /// --to, which tells the form of a file to write.
+    void addOutputOption();
+
+    /// Parses the arguments and runs the command, which gives the exit status. Tells of what it throws, a UsageError
+    /// with the help, and gives `failed`, or Misused for that.
+    int run(const QStringList& arguments, const std::function<int()>& command, int failed = Failed);
+
+    bool isSet(const QString& option) const { return m_parser.isSet(option); }
+    QString value(const QString& option) const { return m_parser.value(option); }
+    /// The values of an option that takes several, parted by commas.
+    QStringList values(const QString& option) const;
+    /// The arguments that are no options. Throws UsageError if they are too few or too many.
+    QStringList files(int least, int most) const;
+    /// A file to read. Throws UsageError.
+    ListFile input(const QString& path) const;
+    /// A file to write. Throws UsageError.
+    ListFile output(const QString& path) const;
+
+private:
+    /// The form that an option names, else that of the path's extension.
+    Form form(const QString& path, const QString& option) const;
+    Velmara::FrequencyStoreListHelper::ListType listType() const;
+
+    QCommandLineParser m_parser;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <condition_variable>
+#include <thread>
+
+/// Puts text on standard output, in UTF-8 whatever the locale. Throws TallyException if it does not take it.
+void print(const QString& text);
+/// Hands on what print still holds. Throws as above.
+void flushOutput();
+/// Tells the operator something, on standard error.
+void tell(const QString& text);
+
+enum class Colour { Red = 31, Green = 32, Yellow = 33, Bold = 1 };
+/// The text in colour if standard output is a terminal and the operator wants colours there.
+QString coloured(const QString& text, Colour colour);
+
+/// Says on standard error, if that is a terminal, what is being done and for how long, once it has taken a second.
+class Progress
+{
+public:
+    explicit Progress(const QString& work);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+private:
+    void report(const QString& work);
+
+    bool m_isDone = false;
+    std::mutex m_mutex;
+    std::condition_variable m_done;
+    std::thread m_reporter;
+};
