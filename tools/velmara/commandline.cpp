@@ -72,12 +72,14 @@ int CommandLine::run(const QStringList& arguments, const std::function<int()>& c
         tell(error.GetMessage() + QStringLiteral("\n\n") + m_parser.helpText());
         return Misused;
     } catch (const TallyFormException& failure) {
-        tell(describe(failure));
+        report(failure);
     } catch (const std::bad_alloc&) {
         tell(QStringLiteral("this takes more than the memory of this machine."));
     }
     return failed;
 }
+
+void CommandLine::report(const TallyFormException& failure) { tell(describe(failure)); }
 
 QStringList CommandLine::values(const QString& option) const
 {

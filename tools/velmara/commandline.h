@@ -34,6 +34,9 @@ public:
     /// with the help, and gives `failed`, or Misused for that.
     int run(const QStringList& arguments, const std::function<int()>& command, int failed = Failed);
 
+    /// Tells of a failure that does not end the command.
+    static void report(const TALLYFORM::TallyFormException& failure);
+
     bool isSet(const QString& option) const { return m_parser.isSet(option); }
     QString value(const QString& option) const { return m_parser.value(option); }
     /// The values of an option that takes several, parted by commas.

@@ -171,12 +171,12 @@ const ITallyObject& listIn(const FrequencyStoreListHelper& helper)
     return helper.GetFrequencyStoreList();
 }
 
+const MemberDescription& entriesMember(const ITallyObject& list) { return DescriptionOf(list).members.last(); }
+
 QVector<const ITallyObject*> entriesIn(const FrequencyStoreListHelper& helper)
 {
-    const QString member = helper.GetListType() == ListType::DetectionResult ? QStringLiteral("DetectionResult")
-                                                                             : QStringLiteral("FrequencyStoreEntry");
     const ITallyObject& list = listIn(helper);
-    return DescriptionOf(list).member(member)->children(list);
+    return entriesMember(list).children(list);
 }
 
 QString countIn(const FrequencyStoreListHelper& helper)

@@ -28,7 +28,9 @@ void writeList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
 
 /// The list that a helper holds.
 const TALLYFORM::ITallyObject& listIn(const Velmara::FrequencyStoreListHelper& helper);
-/// Its entries or detection results, valid while it is not changed.
+/// The member of such a list that holds its entries or detection results.
+const Velmara::MemberDescription& entriesMember(const TALLYFORM::ITallyObject& list);
+/// The entries or detection results, valid while the list is not changed.
 QVector<const TALLYFORM::ITallyObject*> entriesIn(const Velmara::FrequencyStoreListHelper& helper);
 /// "3 entries"
 QString countIn(const Velmara::FrequencyStoreListHelper& helper);

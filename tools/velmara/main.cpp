@@ -19,7 +19,11 @@ struct Command
 };
 
 const Command commands[] = {
+    {"check", "FILE...", "check lists and tell each fault", check},
     {"convert", "IN OUT", "convert a list between CSV, XML, tagged and packed binary", convert},
+    {"diff", "A B", "tell how two lists differ", diff},
+    {"merge", "OUT IN...", "join lists and drop what is there twice", merge},
+    {"show", "FILE", "show a list as a table or as JSON", show},
 };
 
 QString help()

@@ -1,0 +1,114 @@
+#include "commandline.h"
+#include "commands.h"
+#include "terminal.h"
+
+#include <frequencystore/reflection.h>
+
+#include <limits>
+
+using namespace Velmara;
+using namespace TALLYFORM;
+
+namespace {
+
+struct Fault
+{
+    QString path; ///< below the list
+    QString message;
+};
+
+/// What Check says of a record itself; null if nothing.
+QString faultOf(const ITallyObject& record)
+{
+    try {
+        record.Check();
+        return {};
+    } catch (const TallyFormException& failure) {
+        return failure.GetMessage();
+    }
+}
+
+/// Adds the faults of a tree, each where it is: a record of which a child is faulty is so for that reason.
+void addFaults(const ITallyObject& record, const QString& path, QVector<Fault>& faults)
+{
+    const int known = faults.size();
+    for (const MemberDescription& member : DescriptionOf(record).members) {
+        int place = 0;
+        for (const ITallyObject* child : member.children(record)) {
+            const QString name = member.isList ? QStringLiteral("%1[%2]").arg(member.name).arg(++place) : member.name;
+            addFaults(*child, path.isEmpty() ? name : path + QLatin1Char('/') + name, faults);
+        }
+    }
+    const QString message = faults.size() == known ? faultOf(record) : QString();
+    if (!message.isNull())
+        faults += {path, message};
+}
+
+/// Reads a list whatever it holds; false if only a list without faults can be read.
+bool readUnchecked(const ListFile& file, FrequencyStoreListHelper& helper)
+{
+    if (file.form == Form::Csv)
+        return false;
+    helper.SetValidate(false);
+    readList(file, helper);
+    helper.SetValidate(true);
+    return true;
+}
+
+/// The faults of a file whose content can be read, one after the other.
+QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
+{
+    QVector<Fault> faults;
+    try {
+        readList(file, helper);
+        addFaults(listIn(helper), {}, faults);
+    } catch (const TallyFormException&) {
+        helper.Reset();
+        if (!readUnchecked(file, helper))
+            throw;
+        addFaults(listIn(helper), {}, faults);
+        if (faults.isEmpty()) // what only a reader that validates takes offence at
+            throw;
+    }
+    return faults;
+}
+
+bool isFaultless(const ListFile& file)
+{
+    FrequencyStoreListHelper helper;
+    const QVector<Fault> faults = faultsIn(file, helper);
+    for (const Fault& fault : faults)
+        print(QStringLiteral("%1: %2: %3\n")
+                  .arg(file.path, fault.path.isEmpty() ? QStringLiteral("the list") : fault.path,
+                       coloured(fault.message, Colour::Red)));
+    print(QStringLiteral("%1: %2, %3\n")
+              .arg(file.path, countIn(helper),
+                   faults.isEmpty() ? coloured(QStringLiteral("no fault"), Colour::Green)
+                                    : QStringLiteral("%1 faults").arg(faults.size())));
+    return faults.isEmpty();
+}
+
+} // namespace
+
+int check(const QStringList& arguments)
+{
+    CommandLine line(QStringLiteral("Reads lists and checks them. Tells each fault with the place of what it is in and "
+                                    "goes on with the next;\nthe exit status is 1 if there was any."),
+                     {QStringLiteral("velmara check memoryscan.xml targets.packed"),
+                      QStringLiteral("velmara check --type Suppress suppress.csv")});
+    line.addArgument(QStringLiteral("FILE"), QStringLiteral("The files to check."), QStringLiteral("FILE..."));
+    line.addInputOptions();
+    return line.run(arguments, [&] {
+        bool isGood = true;
+        for (const QString& path : line.files(1, std::numeric_limits<int>::max())) {
+            const ListFile file = line.input(path);
+            try {
+                isGood = isFaultless(file) && isGood;
+            } catch (const TallyFormException& failure) {
+                CommandLine::report(failure);
+                isGood = false;
+            }
+        }
+        return isGood ? CommandLine::Done : CommandLine::Failed;
+    });
+}

@@ -1,0 +1,153 @@
+#include "commands.h"
+#include "identity.h"
+#include "terminal.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <deque>
+
+using namespace Velmara;
+using namespace TALLYFORM;
+
+namespace {
+
+struct Entry
+{
+    int number;
+    QVector<MemberValue> values;
+};
+
+QVector<Entry> entriesOf(const ListFile& file)
+{
+    FrequencyStoreListHelper helper;
+    readList(file, helper);
+    QVector<Entry> entries;
+    for (const ITallyObject* entry : entriesIn(helper))
+        entries += {entries.size() + 1, valuesOf(*entry)};
+    return entries;
+}
+
+QString contentOf(const QVector<MemberValue>& values)
+{
+    QString content;
+    for (const MemberValue& value : values)
+        content += value.path + QLatin1Char('=') + value.text + QLatin1Char('\n');
+    return content;
+}
+
+struct Pair
+{
+    Entry left, right;
+};
+
+/// Takes out of both sides what a function finds equal, in order; an empty text is equal to none.
+template <class TextOf> QVector<Pair> takePairs(QVector<Entry>& left, QVector<Entry>& right, TextOf textOf)
+{
+    QHash<QString, std::deque<int>> places;
+    for (int i = 0; i < right.size(); ++i)
+        places[textOf(right[i].values)].push_back(i);
+    places.remove(QString());
+    QVector<Pair> pairs;
+    QVector<Entry> alone;
+    QVector<bool> isTaken(right.size(), false);
+    for (const Entry& entry : qAsConst(left)) {
+        const auto found = places.find(textOf(entry.values));
+        if (found == places.end() || found->empty()) {
+            alone += entry;
+            continue;
+        }
+        isTaken[found->front()] = true;
+        pairs += {entry, right[found->front()]};
+        found->pop_front();
+    }
+    left = alone;
+    QVector<Entry> rest;
+    for (int i = 0; i < right.size(); ++i)
+        if (!isTaken[i])
+            rest += right[i];
+    right = rest;
+    return pairs;
+}
+
+void printAll(const QVector<Entry>& entries, const QString& sign, Colour colour)
+{
+    for (const Entry& entry : entries)
+        print(coloured(QStringLiteral("%1 %2: %3").arg(sign).arg(entry.number).arg(labelOf(entry.values)), colour)
+              + QLatin1Char('\n'));
+}
+
+QString textAt(const QVector<MemberValue>& values, const QString& path)
+{
+    const auto found = std::find_if(values.begin(), values.end(), [&](const MemberValue& v) { return v.path == path; });
+    return found == values.end() ? QStringLiteral("(not set)") : found->text.simplified();
+}
+
+void printChange(const Pair& pair)
+{
+    print(coloured(QStringLiteral("~ %1 -> %2: %3")
+                       .arg(pair.left.number)
+                       .arg(pair.right.number)
+                       .arg(labelOf(pair.left.values)),
+                   Colour::Yellow)
+          + QLatin1Char('\n'));
+    QStringList paths;
+    for (const auto& values : {pair.left.values, pair.right.values})
+        for (const MemberValue& value : values)
+            if (!paths.contains(value.path))
+                paths += value.path;
+    for (const QString& path : qAsConst(paths)) {
+        const QString before = textAt(pair.left.values, path), after = textAt(pair.right.values, path);
+        if (before != after)
+            print(QStringLiteral("    %1: %2 -> %3\n").arg(path, before, after));
+    }
+}
+
+const RecordDescription& entryDescription(const ListFile& file)
+{
+    return *FindRecordDescription(file.type == FrequencyStoreListHelper::ListType::DetectionResult
+                                      ? QStringLiteral("DetectionResult")
+                                      : QStringLiteral("FrequencyStoreEntry"));
+}
+
+/// Whether there is a difference.
+bool printDifferences(const ListFile& a, const ListFile& b, const Identity& identity)
+{
+    QVector<Entry> left = entriesOf(a), right = entriesOf(b);
+    takePairs(left, right, contentOf);
+    const QVector<Pair> changed
+        = takePairs(left, right, [&](const QVector<MemberValue>& values) { return identity.of(values); });
+    const bool isDifferent = !left.isEmpty() || !right.isEmpty() || !changed.isEmpty();
+    if (isDifferent)
+        print(coloured(QStringLiteral("--- %1\n+++ %2\n").arg(a.path, b.path), Colour::Bold));
+    printAll(left, QStringLiteral("-"), Colour::Red);
+    std::for_each(changed.begin(), changed.end(), printChange);
+    printAll(right, QStringLiteral("+"), Colour::Green);
+    return isDifferent;
+}
+
+} // namespace
+
+int diff(const QStringList& arguments)
+{
+    constexpr int trouble = 2; // as diff has it
+    CommandLine line(
+        QStringLiteral("Tells which entries are only in A (-), only in B (+), or changed (~), and their "
+                       "members that differ.\nThe order of the entries does not count. The exit status "
+                       "is 0 if there is no difference, 1 if there is, 2 for trouble."),
+        {QStringLiteral("velmara diff yesterday.xml today.xml"),
+         QStringLiteral("velmara diff memoryscan.csv memoryscan.packed --type MemoryScan --by ChannelNo")});
+    line.addArgument(QStringLiteral("A"), QStringLiteral("A list."), QStringLiteral("A"));
+    line.addArgument(QStringLiteral("B"), QStringLiteral("Another, in any form."), QStringLiteral("B"));
+    line.addInputOptions();
+    Identity::addOption(line);
+    return line.run(
+        arguments,
+        [&] {
+            const QStringList files = line.files(2, 2);
+            const ListFile a = line.input(files[0]), b = line.input(files[1]);
+            const Identity identity(line, entryDescription(a));
+            return printDifferences(a, b, identity) ? CommandLine::Failed : CommandLine::Done;
+        },
+        trouble);
+}

@@ -1,0 +1,54 @@
+#include "json.h"
+
+#include <frequencystore/reflection.h>
+
+#include <QJsonArray>
+
+using namespace Velmara;
+
+namespace {
+
+using Kind = MemberDescription::Kind;
+
+QJsonValue valueOf(const QString& text, Kind kind)
+{
+    switch (kind) {
+    case Kind::Double: {
+        const double number = text.toDouble();
+        return qIsFinite(number) ? QJsonValue(number) : QJsonValue();
+    }
+    case Kind::Int:
+    case Kind::UnsignedInt: return text.toLongLong();
+    case Kind::UnsignedInt64: {
+        bool isHeld = false;
+        const qint64 number = text.toLongLong(&isHeld);
+        return isHeld ? QJsonValue(number) : QJsonValue(text);
+    }
+    case Kind::Bool: return text == QLatin1String("true");
+    default: return text;
+    }
+}
+
+QJsonArray itemsOf(const TALLYFORM::ITallyObject& record, const MemberDescription& member)
+{
+    QJsonArray items;
+    for (const TALLYFORM::ITallyObject* child : member.children(record))
+        items += ::jsonOf(*child);
+    for (const QString& text : member.texts(record))
+        items += valueOf(text, member.kind);
+    return items;
+}
+
+} // namespace
+
+QJsonObject jsonOf(const TALLYFORM::ITallyObject& record, const QString& except)
+{
+    QJsonObject object;
+    for (const MemberDescription& member : DescriptionOf(record).members) {
+        if (member.name == except || !member.isSet(record))
+            continue;
+        const QJsonArray items = itemsOf(record, member);
+        object[member.name] = member.isList ? QJsonValue(items) : items.first();
+    }
+    return object;
+}
