@@ -27,6 +27,8 @@ install(FILES examples/CMakeLists.txt examples/client.cpp DESTINATION ${doc_dir}
 install(TARGETS velmara COMPONENT tools)
 configure_file(tools/velmara/velmara.1.in velmara.1 @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/velmara.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+install(FILES tools/velmara/completion.bash RENAME velmara
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions COMPONENT tools)
 install(FILES README.md DESTINATION ${doc_dir} COMPONENT tools)
 install(DIRECTORY docs DESTINATION ${doc_dir} COMPONENT tools)
 install(DIRECTORY examples DESTINATION ${doc_dir} COMPONENT tools FILES_MATCHING PATTERN *.csv PATTERN *.xml)

@@ -37,23 +37,23 @@ void CommandLine::addArgument(const QString& name, const QString& description, c
 
 void CommandLine::addFlag(const QString& name, const QString& description) { m_parser.addOption({name, description}); }
 
-void CommandLine::addValue(const QString& name, const QString& placeholder, const QString& description)
+void CommandLine::addValue(const QStringList& names, const QString& placeholder, const QString& description)
 {
-    m_parser.addOption({name, description, placeholder});
+    m_parser.addOption({names, description, placeholder});
 }
 
 void CommandLine::addInputOptions()
 {
-    addValue(type, QStringLiteral("TYPE"),
+    addValue({type}, QStringLiteral("TYPE"),
              QStringLiteral("What the list is: %1. Needed for CSV and for detection results.").arg(listTypes()));
-    addValue(from, QStringLiteral("FORM"),
+    addValue({from}, QStringLiteral("FORM"),
              QStringLiteral("The form of what is read, csv, xml, tagged or packed, if its extension does not tell; "
                             "needed for -, which is standard input."));
 }
 
 void CommandLine::addOutputOption()
 {
-    addValue(to, QStringLiteral("FORM"),
+    addValue({to}, QStringLiteral("FORM"),
              QStringLiteral("The form of what is written, likewise; needed for -, which is standard output."));
 }
 

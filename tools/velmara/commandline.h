@@ -24,7 +24,7 @@ public:
 
     void addArgument(const QString& name, const QString& description, const QString& syntax);
     void addFlag(const QString& name, const QString& description);
-    void addValue(const QString& name, const QString& placeholder, const QString& description);
+    void addValue(const QStringList& names, const QString& placeholder, const QString& description);
     /// --type and --from, which tell what a file to read is.
     void addInputOptions();
     /// --to, which tells the form of a file to write.

@@ -10,7 +10,7 @@ const QString frequencies = QStringLiteral("FFM_Settings/Frequency,ShortTime_Set
 
 void Identity::addOption(CommandLine& line)
 {
-    line.addValue(by, QStringLiteral("NAMES"),
+    line.addValue({by}, QStringLiteral("NAMES"),
                   QStringLiteral("The members in which two entries are equal if they are the same entry, parted by "
                                  "commas; their frequency, if not told. Members go by name, or by the path that leads "
                                  "to them, as FFM_Settings/Detail/ChannelNo."));

@@ -20,9 +20,9 @@ QJsonValue valueOf(const QString& text, Kind kind)
     case Kind::Int:
     case Kind::UnsignedInt: return text.toLongLong();
     case Kind::UnsignedInt64: {
-        bool isHeld = false;
-        const qint64 number = text.toLongLong(&isHeld);
-        return isHeld ? QJsonValue(number) : QJsonValue(text);
+        constexpr quint64 greatest = quint64(1) << 53; // that a double holds exactly, as programs read JSON
+        const quint64 number = text.toULongLong();
+        return number <= greatest ? QJsonValue(double(number)) : QJsonValue(text);
     }
     case Kind::Bool: return text == QLatin1String("true");
     default: return text;

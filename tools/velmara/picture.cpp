@@ -1,0 +1,236 @@
+#include "picture.h"
+
+#include "scale.h"
+
+#include <QHash>
+#include <QXmlStreamWriter>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double width = 1200, margin = 30, headRoom = 60, axisRoom = 70;
+constexpr double letterWidth = 6.2, fontSize = 11, gap = 3, leastBar = 2;
+constexpr double lanesRoom = 640, thinnestLane = 1, fullLane = 20, tallestBar = 12;
+constexpr int mostLabelledLanes = 32;
+
+const char* const colours[] = {"#0072b2", "#e69f00", "#009e73", "#cc79a7", "#56b4e9", "#d55e00", "#8c6d31", "#882255"};
+const char* const otherColour = "#9a9a9a";
+
+enum class Side { None, Left, Right };
+
+struct Placed
+{
+    const Bar* bar;
+    double left, right;
+    int lane;
+    Side label;
+};
+
+double labelWidth(const Placed& placed) { return letterWidth * placed.bar->label.size() + 2 * gap; }
+
+constexpr double plotWidth = width - 2 * margin;
+
+/// Gives each bar the lowest lane where it meets none, with its label or without; tells how many lanes there are.
+int stack(QVector<Placed>& bars, bool areLabelled)
+{
+    QVector<double> ends;
+    for (Placed& placed : bars) {
+        const double label = areLabelled ? labelWidth(placed) : 0;
+        const bool isLabelAhead = placed.right + label > plotWidth;
+        const double begin = placed.left - (isLabelAhead ? label : 0);
+        const auto free = std::find_if(ends.begin(), ends.end(), [&](double end) { return end + gap <= begin; });
+        placed.lane = int(free - ends.begin());
+        if (free == ends.end())
+            ends += 0;
+        ends[placed.lane] = placed.right + (isLabelAhead ? 0 : label);
+    }
+    return ends.size();
+}
+
+/// Labels the bars beside which their lane is free for long enough, to the right if possible.
+void labelWhereThereIsRoom(QVector<Placed>& bars, int lanes)
+{
+    QVector<double> next(lanes, plotWidth), last(lanes, 0);
+    for (auto placed = bars.rbegin(); placed != bars.rend(); ++placed) {
+        const bool hasRoom = placed->right + labelWidth(*placed) <= next[placed->lane];
+        placed->label = hasRoom ? Side::Right : Side::None;
+        next[placed->lane] = placed->left;
+    }
+    for (Placed& placed : bars) {
+        double& end = last[placed.lane];
+        if (placed.label == Side::None && placed.left - labelWidth(placed) >= end)
+            placed.label = Side::Left;
+        end = placed.right + (placed.label == Side::Right ? labelWidth(placed) : 0);
+    }
+}
+
+class Drawing
+{
+public:
+    Drawing(const QVector<Bar>& bars, const QString& title)
+        : m_scale(lowest(bars), highest(bars), plotWidth), m_svg(&m_bytes)
+    {
+        place(bars);
+        group(bars);
+        m_bottom = headRoom + m_lanes * m_laneHeight + gap;
+        m_svg.writeStartDocument();
+        open(title, bars.size());
+        drawAxis();
+        for (const Placed& placed : qAsConst(m_placed))
+            draw(placed);
+        drawLegend();
+        m_svg.writeEndDocument();
+    }
+
+    const QByteArray& bytes() const { return m_bytes; }
+
+private:
+    using Attribute = std::pair<const char*, QString>;
+
+    static double lowest(const QVector<Bar>& bars)
+    {
+        return std::min_element(bars.begin(), bars.end(), [](const Bar& a, const Bar& b) { return a.from < b.from; })
+            ->from;
+    }
+    static double highest(const QVector<Bar>& bars)
+    {
+        return std::max_element(bars.begin(), bars.end(), [](const Bar& a, const Bar& b) { return a.to < b.to; })->to;
+    }
+
+    void place(const QVector<Bar>& bars)
+    {
+        for (const Bar& bar : bars) {
+            const double left = m_scale.place(bar.from);
+            m_placed += {&bar, left, qMax(m_scale.place(bar.to), left + leastBar), 0, Side::None};
+        }
+        std::stable_sort(m_placed.begin(), m_placed.end(),
+                         [](const Placed& a, const Placed& b) { return a.left < b.left; });
+        m_lanes = stack(m_placed, true);
+        if (m_lanes > mostLabelledLanes)
+            m_lanes = stack(m_placed, false);
+        m_laneHeight = qBound(thinnestLane, lanesRoom / m_lanes, fullLane);
+        labelWhereThereIsRoom(m_placed, m_lanes);
+    }
+
+    void group(const QVector<Bar>& bars)
+    {
+        QHash<QString, int> counts;
+        for (const Bar& bar : bars)
+            ++counts[bar.group];
+        m_groups = counts.keys();
+        std::sort(m_groups.begin(), m_groups.end(), [&](const QString& a, const QString& b) {
+            return counts[a] != counts[b] ? counts[a] > counts[b] : a < b;
+        });
+        m_groups = m_groups.mid(0, int(std::size(colours)));
+        m_hasOthers = counts.size() > m_groups.size();
+    }
+    QString colourOf(const QString& group) const
+    {
+        const int place = m_groups.indexOf(group);
+        return QLatin1String(place < 0 ? otherColour : colours[place]);
+    }
+
+    static QString number(double value) { return QString::number(value, 'f', 1); }
+
+    void start(const char* element, std::initializer_list<Attribute> attributes)
+    {
+        m_svg.writeStartElement(QLatin1String(element));
+        for (const auto& [name, value] : attributes)
+            m_svg.writeAttribute(QLatin1String(name), value);
+    }
+    void text(double x, double y, const QString& content, const char* anchor = "start", double size = fontSize)
+    {
+        start(
+            "text",
+            {{"x", number(x)}, {"y", number(y)}, {"text-anchor", QLatin1String(anchor)}, {"font-size", number(size)}});
+        m_svg.writeCharacters(content);
+        m_svg.writeEndElement();
+    }
+    void box(double x, double y, double w, double h, const QString& colour)
+    {
+        start("rect",
+              {{"x", number(x)}, {"y", number(y)}, {"width", number(w)}, {"height", number(h)}, {"fill", colour}});
+    }
+
+    void open(const QString& title, int count)
+    {
+        const QString height = number(m_bottom + axisRoom);
+        start("svg", {{"xmlns", QStringLiteral("http://www.w3.org/2000/svg")},
+                      {"width", number(width)},
+                      {"height", height},
+                      {"viewBox", QStringLiteral("0 0 %1 %2").arg(number(width), height)},
+                      {"font-family", QStringLiteral("sans-serif")},
+                      {"fill", QStringLiteral("#222222")}});
+        box(0, 0, width, m_bottom + axisRoom, QStringLiteral("#ffffff"));
+        m_svg.writeEndElement();
+        text(margin, 28, title, "start", 16);
+        text(width - margin, 28, count == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(count),
+             "end");
+    }
+
+    void drawAxis()
+    {
+        line(margin, m_bottom, width - margin, m_bottom, "#222222");
+        for (const Scale::Tick& tick : m_scale.ticks()) {
+            line(margin + tick.place, headRoom - 10, margin + tick.place, m_bottom + 5, "#dddddd");
+            text(margin + tick.place, m_bottom + 18, tick.label, "middle");
+        }
+    }
+    void line(double x1, double y1, double x2, double y2, const char* colour)
+    {
+        start("line", {{"x1", number(x1)},
+                       {"y1", number(y1)},
+                       {"x2", number(x2)},
+                       {"y2", number(y2)},
+                       {"stroke", QLatin1String(colour)}});
+        m_svg.writeEndElement();
+    }
+
+    void draw(const Placed& placed)
+    {
+        const double height = qMin(m_laneHeight * 0.8, tallestBar);
+        const double y = m_bottom - (placed.lane + 1) * m_laneHeight;
+        const Bar& bar = *placed.bar;
+        box(margin + placed.left, y, placed.right - placed.left, height, colourOf(bar.group));
+        start("title", {}); // what a viewer tells under the pointer
+        m_svg.writeCharacters(QStringLiteral("%1 (%2)").arg(bar.label, bar.group));
+        m_svg.writeEndElement();
+        m_svg.writeEndElement();
+        if (m_laneHeight < fontSize)
+            return;
+        if (placed.label == Side::Right)
+            text(margin + placed.right + gap, y + height - 2, bar.label);
+        else if (placed.label == Side::Left)
+            text(margin + placed.left - gap, y + height - 2, bar.label, "end");
+    }
+
+    void drawLegend()
+    {
+        double x = margin;
+        const auto add = [&](const QString& name, const QString& colour) {
+            box(x, m_bottom + 40, 12, 12, colour);
+            m_svg.writeEndElement();
+            text(x + 16, m_bottom + 50, name);
+            x += 16 + letterWidth * name.size() + 24;
+        };
+        for (const QString& group : qAsConst(m_groups))
+            add(group, colourOf(group));
+        if (m_hasOthers)
+            add(QStringLiteral("others"), QLatin1String(otherColour));
+    }
+
+    Scale m_scale;
+    QVector<Placed> m_placed;
+    QStringList m_groups;
+    bool m_hasOthers = false;
+    int m_lanes = 0;
+    double m_laneHeight = 0;
+    double m_bottom = 0;
+    QByteArray m_bytes;
+    QXmlStreamWriter m_svg;
+};
+
+} // namespace
+
+QByteArray pictureOf(const QVector<Bar>& bars, const QString& title) { return Drawing(bars, title).bytes(); }

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// What an entry occupies, in hertz.
+struct Bar
+{
+    double from, to;
+    QString label;
+    QString group; ///< decides on the colour
+};
+
+/// Bars over a frequency axis, as a document of SVG. Bars that would meet stand above each other; labels stand where
+/// there is room. The most frequent groups have colours of their own.
+QByteArray pictureOf(const QVector<Bar>& bars, const QString& title);
