@@ -22,7 +22,7 @@ install(FILES cmake/VelmaraConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/VelmaraConfi
 file(RELATIVE_PATH prefix_from_pkgconfig /${pkgconfig_dir} /)
 configure_file(cmake/velmara.pc.in velmara.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/velmara.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
-install(FILES examples/CMakeLists.txt examples/client.cpp DESTINATION ${doc_dir}/examples COMPONENT dev)
+install(FILES examples/CMakeLists.txt examples/client.cpp examples/guide.cpp DESTINATION ${doc_dir}/examples COMPONENT dev)
 
 install(TARGETS velmara COMPONENT tools)
 configure_file(tools/velmara/velmara.1.in velmara.1 @ONLY)

@@ -40,7 +40,7 @@ dpkg-query -L $(packages) >"$scratch/listed"
 step "a client by find_package: the example, as it was installed"
 cmake -S "$examples" -B "$scratch/example" -G Ninja >/dev/null
 cmake --build "$scratch/example" >/dev/null
-(cd "$scratch" && example/velmara_example)
+(cd "$scratch" && example/velmara_client)
 
 step "a client by pkg-config"
 version=$(velmara --version | cut -d' ' -f2)
