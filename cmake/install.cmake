@@ -24,6 +24,12 @@ configure_file(cmake/velmara.pc.in velmara.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/velmara.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
 install(FILES examples/CMakeLists.txt examples/client.cpp examples/guide.cpp DESTINATION ${doc_dir}/examples COMPONENT dev)
 
+# Where gdb looks for what belongs to the library.
+install(FILES tools/gdb/velmara.py COMPONENT dev
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR}
+    RENAME libVelmara.so.${PROJECT_VERSION}-gdb.py
+)
+
 install(TARGETS velmara COMPONENT tools)
 configure_file(tools/velmara/velmara.1.in velmara.1 @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/velmara.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)

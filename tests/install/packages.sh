@@ -57,6 +57,10 @@ velmara convert "$scratch/list.xml" "$scratch/list.csv" --type MemoryScan
 cmp "$examples/memoryscan.csv" "$scratch/list.csv"
 tests/install/manual.sh velmara /usr/share/man/man1/velmara.1
 
+step "the debugger, which finds the printers of records"
+gdb -nx -batch -ex 'info pretty-printer' "$(pkg-config --variable=libdir velmara)/libVelmara.so.$version" |
+    grep velmara_records >/dev/null || fail "gdb does not know them"
+
 step "removing"
 apt purge $(packages)
 installed=

@@ -9,7 +9,8 @@ what=$1 list=$2 prefix=$3 libdir=$4 version=$5
 installed() {
     (cd "$prefix" && find . ! -type d -printf '%P\n') | sed -E "
         s|^$libdir/|lib/|
-        s|\.so\.${version//./\\.}$|.so.VERSION|
+        s|auto-load/.*/|auto-load/LIBDIR/|
+        s|\.so\.${version//./\\.}(-gdb\.py)?$|.so.VERSION\1|
         s|\.so\.${version%%.*}$|.so.MAJOR|
         s|Targets-[a-z]+\.cmake$|Targets-CONFIG.cmake|" | sort
 }
