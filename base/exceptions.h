@@ -13,6 +13,7 @@ namespace TALLYFORM {
 class TALLYBASE_EXPORT TallyFormException : public std::exception
 {
 public:
+    /// A failure with its message.
     explicit TallyFormException(const QString& message);
 
     /// The message in UTF-8, valid as long as the exception.
@@ -28,6 +29,7 @@ public:
     QString GetOrigin() const { return m_origin; }
 
 protected:
+    /// The text of GetDetail for a class of failures.
     QString detail(const QString& failure) const;
 
 private:
@@ -40,6 +42,7 @@ private:
 class TALLYBASE_EXPORT TallyException : public TallyFormException
 {
 public:
+    /// A failure with its message.
     using TallyFormException::TallyFormException;
     QString GetDetail() const override;
 };

@@ -15,6 +15,7 @@ namespace TALLYFORM {
 /// Takes bytes one portion after the other.
 using ByteDrain = std::function<void(const char* bytes, int size)>;
 
+/// What became of a file that was to be saved.
 enum class SaveResult { Saved, NotOpened, NotWritten, NotProduced };
 
 /// Writes a file as a whole or not at all: at any moment the path holds the old content or the new one. Links are

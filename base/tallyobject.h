@@ -55,6 +55,7 @@ public:
     /// Tests the content. Throws a TallyException that names the first fault.
     virtual void Check() const = 0;
 
+    ///@{
     /// Whether a value is other than the one that stands for "none" in its type (see SetInvalid); a bool always is.
     virtual bool IsValid(float value) const { return !std::isnan(value); }
     virtual bool IsValid(bool) const { return true; }
@@ -64,7 +65,9 @@ public:
     virtual bool IsValid(const QString& value) const { return !value.isNull(); }
     virtual bool IsValid(double value) const { return !std::isnan(value); }
     virtual bool IsValid(int value) const { return value != std::numeric_limits<int>::min(); }
+    ///@}
 
+    ///@{
     /// Gives a value what stands for "none" in its type: NaN, the largest unsigned, the most negative signed, null.
     virtual void SetInvalid(float& value) const { value = std::numeric_limits<float>::quiet_NaN(); }
     virtual void SetInvalid(unsigned int& value) const { value = std::numeric_limits<unsigned int>::max(); }
@@ -72,6 +75,7 @@ public:
     virtual void SetInvalid(QString& value) const { value = QString(); }
     virtual void SetInvalid(double& value) const { value = std::numeric_limits<double>::quiet_NaN(); }
     virtual void SetInvalid(int& value) const { value = std::numeric_limits<int>::min(); }
+    ///@}
 
     /// Writes the object's element, or nothing. Throws what Check throws.
     virtual void GetXml(QXmlStreamWriter& writer) const = 0;
@@ -149,6 +153,7 @@ public:
         if (!HasLoggerOf(other))
             TakeLogger(other);
     }
+    /// Whether both have the same logger, or both none.
     bool HasLoggerOf(const ITallyObject& other) const
     {
         return m_extras == other.m_extras || GetLogger() == other.GetLogger();

@@ -18,15 +18,21 @@ class VELMARA_EXPORT CSVColumn
 {
 public:
     CSVColumn();
+    /// A column without values.
     explicit CSVColumn(QString const& name);
+    /// Copies name and values.
     CSVColumn(CSVColumn const& other);
+    /// Takes over name and values.
     CSVColumn& operator=(CSVColumn const& other);
     virtual ~CSVColumn();
 
+    /// Appends the value of a row.
     void AddValue(QString const& value);
+    /// The text in the header line.
     QString const GetName() const;
     /// Never null; valid as long as the column lives and is not changed.
     QStringList const* GetValues() const;
+    /// Sets the text in the header line.
     void SetName(QString const& name);
 
 private:
@@ -42,7 +48,9 @@ public:
     CSVFileLoader();
     /// Loads a file; throws as LoadFile does.
     explicit CSVFileLoader(QString const& fileName);
+    /// Copies what is loaded.
     CSVFileLoader(CSVFileLoader const& other);
+    /// Takes over what is loaded.
     CSVFileLoader& operator=(CSVFileLoader const& other);
     virtual ~CSVFileLoader();
 
@@ -56,6 +64,7 @@ public:
     bool CheckHeader(QString const& header);
     /// The first column of that name, or null; valid until the loader is changed.
     CSVColumn const* GetColumn(QString const& name) const;
+    /// The names of the columns, in their order.
     QStringList GetColumnNames() const;
     /// Always empty: every failure is an exception.
     QString const& GetErrorText() const;

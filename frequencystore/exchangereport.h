@@ -8,9 +8,9 @@ namespace Velmara {
 /// A cell of a CSV file, or a whole line if it names no column.
 struct CsvCell
 {
-    int line = 0; ///< counted from 1 as editors do, with comments and header; 0 if no line is meant
-    QString column;
-    QString text;
+    int line = 0;   ///< counted from 1 as editors do, with comments and header; 0 if no line is meant
+    QString column; ///< the name in the header line
+    QString text;   ///< the cell as it stands in the file
 };
 
 /// What reading a CSV file did, and what it met.

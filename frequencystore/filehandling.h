@@ -13,10 +13,13 @@ class CellText;
 class VELMARA_EXPORT FileHandling
 {
 public:
+    /// The list types, each with its CSV format.
     using ListType = FrequencyStoreListHelper::ListType;
 
     FileHandling();
+    /// The same as a new one: there is no state.
     FileHandling(const FileHandling& other);
+    /// Does nothing: there is no state.
     FileHandling& operator=(const FileHandling& other);
     virtual ~FileHandling();
 

@@ -1,6 +1,13 @@
 #pragma once
 
+/// \file
 /// Everything the library offers.
+
+/// \namespace Velmara
+/// The records, with their files and their descriptions.
+
+/// \namespace TALLYFORM
+/// What all records share: the base class, exceptions, how files are read and written.
 
 #include "base/converters.h"
 #include "base/errorhandler.h"

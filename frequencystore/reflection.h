@@ -1,5 +1,6 @@
 #pragma once
 
+/// \file
 /// What all records are made of, as data, for code that treats them alike: editors, importers, documentation. It is
 /// read from the rows of the record classes, once, and holds nothing of its own.
 ///

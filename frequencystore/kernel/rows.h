@@ -8,7 +8,9 @@
 /// The class itself. R's operations are defined by VELMARA_IMPLEMENT_RECORD in the family's source file.
 #define VELMARA_RECORD(R, ELEMENT, ID)                                                                                 \
 public:                                                                                                                \
+    /** The identifier of the class, see GetId. */                                                                     \
     static constexpr qint64 id = ID;                                                                                   \
+    /** The name of the class. */                                                                                      \
     static constexpr const char* className = #R;                                                                       \
     /** The identifier of the class. */                                                                                \
     static qint64 GetId() { return id; }                                                                               \
@@ -18,15 +20,20 @@ public:                                                                         
         static const QString name = QStringLiteral(ELEMENT);                                                           \
         return name;                                                                                                   \
     }                                                                                                                  \
+    /** A record that holds nothing, and validates. */                                                                 \
     R() : ITallyObject(id, TALLYFORM::ObjectTypes::None) {}                                                            \
     /** Copies the content and the flag; the logger stays behind. The copy may go to another thread. */                \
     R(const R& other);                                                                                                 \
+    /** Takes over all that the other is; that stays usable. */                                                        \
     R(R&& other) noexcept;                                                                                             \
     ~R() override;                                                                                                     \
     /** Takes over the content alone: flag, logger and name stay. Keep both records to one thread. */                  \
     R& operator=(const R& other);                                                                                      \
+    /** Takes over the content alone; the other stays usable. */                                                       \
     R& operator=(R&& other) noexcept;                                                                                  \
+    /** Whether both hold the same content. */                                                                         \
     bool operator==(const R& other) const;                                                                             \
+    /** Whether the content differs. */                                                                                \
     bool operator!=(const R& other) const { return !(*this == other); }                                                \
     /** Whether all mandatory content is there. */                                                                     \
     bool HasData() const override;                                                                                     \
@@ -34,7 +41,9 @@ public:                                                                         
     bool AnyData() const;                                                                                              \
     /** The name that the record was given, else that of its class. */                                                 \
     const QString& GetObjectName() const override { return NameOr(GetStaticObjectName()); }                            \
+    /** Whether the record has been used, so that there is data behind it. */                                          \
     bool IsInitialized() const { return m_data; }                                                                      \
+    /** Takes the record back to what it was when new. */                                                              \
     void Reset() override;                                                                                             \
     /** Resets the record and marks those members as present that have a default worth writing. */                     \
     void ResetToDefault();                                                                                             \
@@ -88,6 +97,7 @@ private:                                                                        
     static ::Velmara::kernel::VersionedData* rows(::Velmara::kernel::Rank<1>);                                         \
                                                                                                                        \
 public:                                                                                                                \
+    /** The schema version of this code, see GetVersion. */                                                            \
     static const QString& schemaVersion()                                                                              \
     {                                                                                                                  \
         static const QString version = QStringLiteral(VERSION);                                                        \
@@ -125,20 +135,26 @@ private:                                                                        
     static X##Row* rows(::Velmara::kernel::Rank<X##Row::count + 1>);                                                   \
                                                                                                                        \
 public:                                                                                                                \
+    /** Whether the member is set: given a value, read, or given out for editing. */                                   \
     bool Is##X##Set() const { return m_data && m_data->isSet(X##Row::info); }                                          \
+    /** Takes the member back to what it is in a new record. */                                                        \
     void Reset##X()                                                                                                    \
     {                                                                                                                  \
         if (m_data)                                                                                                    \
             ::Velmara::kernel::clear(data(), X##Row::info, VELMARA_FIELD(X));                                          \
     }                                                                                                                  \
+    /** Whether the setter takes the value under validation. */                                                        \
     bool IsValid##X(const T& value) const { return ::Velmara::kernel::isValid(X##Row::info, value); }
 
 /// The setter, the editing getter and the default, which several kinds have.
 #define VELMARA_SET(PARAMETER, X)                                                                                      \
+    /** Sets the member; under validation, throws OutOfRangeException for a value that it does not allow. */           \
     void Set##X(PARAMETER value) { ::Velmara::kernel::assign(*this, data(), X##Row::info, VELMARA_FIELD(X), value); }
 #define VELMARA_EDIT(T, X)                                                                                             \
+    /** Gives the member out for editing, and so marks it as set. */                                                   \
     T& Get##X() { return ::Velmara::kernel::edit(data(), X##Row::info, VELMARA_FIELD(X)); }
 #define VELMARA_DEFAULT(T, X)                                                                                          \
+    /** What the member holds in a new record. */                                                                      \
     T GetDefault##X() const { return X##Row::info.initial<T>(); }
 
 /// A number, a bool or a QString. SetX throws OutOfRangeException for a null QString and beyond a range.
@@ -146,11 +162,13 @@ public:                                                                         
     VELMARA_ROW(T, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                                  \
     VELMARA_SET(T, X)                                                                                                  \
     VELMARA_DEFAULT(T, X)                                                                                              \
+    /** The value; that of a new record while the member is not set. */                                                \
     T Get##X() const { return VELMARA_FIELD(X); }
 
 /// The value that is the text of a value record's element.
 #define VELMARA_CONTENT(T, X, TAG)                                                                                     \
     VELMARA_VALUE(T, X, TAG, content())                                                                                \
+    /** Reads the element as ProcessXml does. */                                                                       \
     void ReadValuesFromXml(QXmlStreamReader& reader) { ProcessXml(reader); }
 
 /// The flag that says whether a bounded value is to be used: an attribute, true unless it is told otherwise.
@@ -160,7 +178,9 @@ public:                                                                         
 #define VELMARA_LOCAL_VALUE(T, X, TAG)                                                                                 \
     VELMARA_ROW(T, X, TAG)                                                                                             \
     VELMARA_DEFAULT(T, X)                                                                                              \
+    /** Sets the member, whatever the value. */                                                                        \
     void SetLocal##X(T value) { ::Velmara::kernel::edit(data(), X##Row::info, VELMARA_FIELD(X)) = value; }             \
+    /** The value; that of a new record while the member is not set. */                                                \
     T GetLocal##X() const { return VELMARA_FIELD(X); }
 
 /// A point in time.
@@ -169,6 +189,7 @@ public:                                                                         
     VELMARA_SET(const QDateTime&, X)                                                                                   \
     VELMARA_EDIT(QDateTime, X)                                                                                         \
     VELMARA_DEFAULT(QDateTime, X)                                                                                      \
+    /** The value; null while the member is not set. */                                                                \
     const QDateTime& Get##X() const { return VELMARA_FIELD(X); }
 
 /// An enumeration with its identifiers, which are also the names in the formats unless the description has named().
@@ -176,6 +197,7 @@ public:                                                                         
 /// null QString for a value outside the list.
 #define VELMARA_ENUM(X, TAG, DESCRIPTION, ...)                                                                         \
 public:                                                                                                                \
+    /** The values of the member of this name. */                                                                      \
     enum class X : qint8 { Invalid = -1, __VA_ARGS__ };                                                                \
                                                                                                                        \
 private:                                                                                                               \
@@ -189,12 +211,19 @@ private:                                                                        
                   "an enumeration has one name per identifier");                                                       \
     VELMARA_SET(const X&, X)                                                                                           \
     VELMARA_DEFAULT(X, X)                                                                                              \
+    /** The value; that of a new record while the member is not set. */                                                \
     const X& Get##X() const { return VELMARA_FIELD(X); }                                                               \
+    /** What stands for no value. */                                                                                   \
     X GetInvalid##X() const { return X::Invalid; }                                                                     \
+    /** The name of the value as the formats have it. */                                                               \
     QString Get##X##AsString() const { return X##ToName(Get##X()); }                                                   \
+    /** The name of a value; null if it has none. */                                                                   \
     QString X##ToName(const X& value) const { return X##Row::info.nameAt(int(value)); }                                \
+    /** The value of that name; Invalid if there is none. */                                                           \
     X NameTo##X(const QString& name) const { return X(X##Row::info.valueOf(name)); }                                   \
+    /** The names of all values, in their order. */                                                                    \
     static QStringList Get##X##s() { return namesOf##X(); }                                                            \
+    /** The same in the language of the application. */                                                                \
     static QStringList GetGUI##X##s() { return ::Velmara::kernel::translated(namesOf##X()); }
 
 /// A child record. The editing GetX marks it as present; a const record only reads.
@@ -202,12 +231,15 @@ private:                                                                        
     VELMARA_ROW(T, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                                  \
     VELMARA_SET(const T&, X)                                                                                           \
     VELMARA_EDIT(T, X)                                                                                                 \
+    /** The content, for reading. */                                                                                   \
     const T& Get##X() const { return VELMARA_FIELD(X); }
 
 /// A list of child records. AppendX throws IncompleteDefinitionException for an item that lacks mandatory content.
 #define VELMARA_LIST(T, X, TAG, ...)                                                                                   \
     VELMARA_CHILD(QVector<T>, X, TAG __VA_OPT__(, ) __VA_ARGS__)                                                       \
+    /** Whether the item has a value that is allowed; AppendX asks for completeness too. */                            \
     bool IsValid##X(const T& item) const { return ::Velmara::kernel::isValid(X##Row::info, item); }                    \
+    /** Appends; under validation, throws IncompleteDefinitionException for an item that lacks content. */             \
     void Append##X(const T& item) { ::Velmara::kernel::append(*this, data(), X##Row::info, VELMARA_FIELD(X), item); }
 
 /// A list of double or QString. AppendX throws IncompleteDefinitionException for NaN and a null QString.
@@ -219,6 +251,7 @@ private:                                                                        
 /// the record and throws OutOfRangeException for Invalid; only setting an alternative chooses it.
 #define VELMARA_CHOICE(G, DESCRIPTION, ...)                                                                            \
 public:                                                                                                                \
+    /** The alternatives of which the record holds one. */                                                             \
     enum class G : qint8 { Invalid = -1, __VA_ARGS__ };                                                                \
                                                                                                                        \
 private:                                                                                                               \
@@ -229,32 +262,41 @@ private:                                                                        
     }                                                                                                                  \
                                                                                                                        \
 public:                                                                                                                \
+    /** The group as the kernel knows it; see RecordDescription. */                                                    \
     static constexpr ::Velmara::kernel::ChoiceGroup choiceGroup                                                        \
         = ::Velmara::kernel::ChoiceGroup{#G, #__VA_ARGS__, &namesOf##G}.DESCRIPTION;                                   \
+    /** The alternative that is chosen. */                                                                             \
     const G& Get##G() const { return ::Velmara::kernel::choiceAs<G>(data().choice); }                                  \
+    /** Chooses none; the alternatives keep their content. */                                                          \
     void Reset##G()                                                                                                    \
     {                                                                                                                  \
         if (m_data)                                                                                                    \
             data().choice = qint8(G::Invalid);                                                                         \
     }                                                                                                                  \
+    /** Resets the record, and throws OutOfRangeException for Invalid; what is set next is chosen. */                  \
     void InitChoice(const G& choice)                                                                                   \
     {                                                                                                                  \
         Reset();                                                                                                       \
         if (!IsValid##G(choice))                                                                                       \
             ::Velmara::kernel::refuseChoice(*this);                                                                    \
     }                                                                                                                  \
+    /** Whether it is other than Invalid. */                                                                           \
     bool IsValid##G(const G& choice) const                                                                             \
     {                                                                                                                  \
         data();                                                                                                        \
         return choice != G::Invalid;                                                                                   \
     }                                                                                                                  \
+    /** The name of an alternative; null if it has none. */                                                            \
     QString G##ToName(const G& choice) const                                                                           \
     {                                                                                                                  \
         data();                                                                                                        \
         return namesOf##G().value(int(choice));                                                                        \
     }                                                                                                                  \
+    /** The alternative of that name; Invalid if there is none. */                                                     \
     G NameTo##G(const QString& name) const { return G(namesOf##G().indexOf(name)); }                                   \
+    /** The names of all alternatives, in their order. */                                                              \
     static QStringList Get##G##s() { return namesOf##G(); }                                                            \
+    /** The same in the language of the application. */                                                                \
     static QStringList GetGUI##G##s() { return ::Velmara::kernel::translated(namesOf##G()); }
 
 /// An alternative of the record's choice group, FAMILY being VALUE or CHILD.
