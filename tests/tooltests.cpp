@@ -136,6 +136,24 @@ TEST_F(Tool, ShowsListsWithinEntries)
               "1  hopper   30000000.00   31000000.00\n");
 }
 
+TEST_F(Tool, IsNotCommandedByWhatItReads)
+{
+    FrequencyStoreList list;
+    FrequencyStoreEntry entry;
+    entry.SetType("a\x1b[2J\nb");
+    entry.GetFFM_Settings().GetFrequency().SetValue(1);
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(1);
+    list.AppendFrequencyStoreEntry(entry);
+    write("list.tagged", list.GetBinaryRepresentationAsQByteArray());
+    EXPECT_TRUE(run("show list.tagged --columns Type").output.endsWith(QString::fromUtf8("1  a\u241b[2J\u240ab\n")));
+    EXPECT_EQ(run("plot list.tagged -o plan.svg").status, 0);
+    QXmlStreamReader svg(read("plan.svg"));
+    while (!svg.atEnd())
+        svg.readNext();
+    EXPECT_FALSE(svg.hasError());
+    EXPECT_FALSE(run("check x\x1b.xml").errors.contains(QChar(0x1b)));
+}
+
 TEST_F(Tool, ShowsJson)
 {
     FrequencyStoreList list;

@@ -1,6 +1,7 @@
 #include "content.h"
 
 #include "commandline.h"
+#include "terminal.h"
 
 #include <QRegularExpression>
 
@@ -28,7 +29,7 @@ void addValues(const TALLYFORM::ITallyObject& record, const QString& path, QVect
         for (const TALLYFORM::ITallyObject* child : member.children(record))
             addValues(*child, at(own, member, place++), values);
         for (const QString& text : member.texts(record))
-            values += {at(own, member, place++), text.trimmed(), &member};
+            values += {at(own, member, place++), visible(text.trimmed()), &member};
     }
 }
 

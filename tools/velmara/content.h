@@ -6,7 +6,7 @@
 struct MemberValue
 {
     QString path; ///< the members that lead to it, as "FFM_Settings/Detail/ChannelNo" or "Station[2]/Name"
-    QString text; ///< without the blanks that pad it
+    QString text; ///< without the blanks that pad it, and visible (see terminal.h)
     const Velmara::MemberDescription* member;
 };
 

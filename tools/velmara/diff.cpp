@@ -80,7 +80,7 @@ void printAll(const QVector<Entry>& entries, const QString& sign, Colour colour)
 QString textAt(const QVector<MemberValue>& values, const QString& path)
 {
     const auto found = std::find_if(values.begin(), values.end(), [&](const MemberValue& v) { return v.path == path; });
-    return found == values.end() ? QStringLiteral("(not set)") : found->text.simplified();
+    return found == values.end() ? QStringLiteral("(not set)") : found->text;
 }
 
 void printChange(const Pair& pair)

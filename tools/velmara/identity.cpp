@@ -50,6 +50,6 @@ QString labelOf(const QVector<MemberValue>& values)
     for (const QString& path : telling)
         for (const MemberValue& value : values)
             if (value.path == path)
-                label += value.text.simplified();
+                label += value.text;
     return label.join(QStringLiteral(", "));
 }

@@ -21,7 +21,7 @@ QString first(const QVector<MemberValue>& values, const QStringList& paths)
     for (const QString& path : paths)
         for (const MemberValue& value : values)
             if (withoutPlaces(value.path) == path)
-                return value.text.simplified();
+                return value.text;
     return {};
 }
 

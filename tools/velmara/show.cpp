@@ -76,7 +76,7 @@ private:
         m_entries += QHash<QString, QString>();
         int after = 0;
         for (const MemberValue& value : values) {
-            m_entries.last().insert(value.path, value.text.simplified());
+            m_entries.last().insert(value.path, value.text);
             if (!m_known.contains(value.path)) {
                 m_known.insert(value.path);
                 m_paths.insert(after, value.path);
@@ -132,7 +132,7 @@ void printHeading(const FrequencyStoreListHelper& helper)
     QString heading;
     for (const MemberDescription& member : DescriptionOf(list).members)
         for (const QString& text : member.texts(list))
-            heading += QStringLiteral("%1: %2, ").arg(member.name, text.simplified());
+            heading += QStringLiteral("%1: %2, ").arg(member.name, visible(text.trimmed()));
     print(heading + countIn(helper) + QLatin1Char('\n'));
 }
 

@@ -2,8 +2,11 @@
 
 #include <base/exceptions.h>
 
+#include <QStringList>
+
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -22,7 +25,25 @@ bool takesColours()
     return isatty(STDOUT_FILENO) && qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb";
 }
 
+QChar sign(QChar c)
+{
+    constexpr ushort pictures = 0x2400, deleted = 0x7f, pictureOfDeleted = 0x2421;
+    const bool isOutside = c.category() == QChar::Other_Control || c.isNonCharacter();
+    if (!isOutside)
+        return c;
+    if (c.unicode() < 0x20)
+        return QChar(ushort(pictures + c.unicode()));
+    return c.unicode() == deleted ? QChar(pictureOfDeleted) : QChar(QChar::ReplacementCharacter);
+}
+
 } // namespace
+
+QString visible(const QString& text)
+{
+    QString shown = text;
+    std::transform(text.begin(), text.end(), shown.begin(), sign);
+    return shown;
+}
 
 void print(const QString& text)
 {
@@ -32,7 +53,13 @@ void print(const QString& text)
 
 void flushOutput() { demandOutput(std::fflush(stdout) == 0); }
 
-void tell(const QString& text) { std::fputs(("velmara: " + text.toLocal8Bit() + '\n').constData(), stderr); }
+void tell(const QString& text)
+{
+    QStringList lines = text.split(QLatin1Char('\n'));
+    std::transform(lines.begin(), lines.end(), lines.begin(), visible);
+    const QString message = QStringLiteral("velmara: %1\n").arg(lines.join(QLatin1Char('\n')));
+    std::fputs(message.toLocal8Bit().constData(), stderr);
+}
 
 QString coloured(const QString& text, Colour colour)
 {
