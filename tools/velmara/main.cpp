@@ -24,6 +24,7 @@ const Command commands[] = {
     {"diff", "A B", "tell how two lists differ", diff},
     {"merge", "OUT IN...", "join lists and drop what is there twice", merge},
     {"plot", "FILE -o SVG", "draw a list over its frequencies", plot},
+    {"schema", "OPTION", "describe all records", schema},
     {"show", "FILE", "show a list as a table or as JSON", show},
 };
 

@@ -1,0 +1,188 @@
+#include "schema.h"
+
+#include <algorithm>
+
+using namespace Velmara;
+
+namespace {
+
+using Kind = MemberDescription::Kind;
+using Need = MemberDescription::Need;
+using Form = MemberDescription::Form;
+using Records = QVector<const RecordDescription*>;
+
+const char introduction[] = R"(# The records
+
+What every record class is made of, and how its members look in files. The program `velmara schema --markdown` writes
+this page from the library itself. The largest records come first; the classes by name:
+
+)";
+
+const char legend[] = R"(
+A table has a line for each member:
+
+- **Member**: X of `SetX` and `GetX`, and behind it the name of the element in XML where that is another.
+- **Kind**: the type of the content. A list repeats its element.
+- **Need**: what is mandatory must be set when a record is checked. Of the alternatives of a choice a record holds one at
+  a time. A member is an element in XML unless it is called an attribute or the content, which is the text of the element.
+- **Text**: how the value looks in XML and in tagged binary. A text of a lesser width gets blanks on its left. Values
+  beyond a range, and names that are not listed, are refused under validation. Where the C++ enumerator differs from the
+  name, it stands behind it. Integers, bools (`true`, `false`), texts and date-times (`2026-11-22T20:15:00,250Z`, UTC)
+  look the same everywhere.
+- **Default**: the value after `Reset`; *written* where `ResetToDefault` marks the member as present.
+- **Tag**: of the field in tagged binary. **Bit**: the place in packed binary.
+
+[formats.md](formats.md) describes the forms.
+)";
+
+QString code(const QString& text) { return QStringLiteral("`%1`").arg(text); }
+QString hex(quint32 number)
+{
+    return code(QStringLiteral("0x") + QString::number(number, 16).toUpper().rightJustified(8, QLatin1Char('0')));
+}
+
+QString link(const RecordDescription& record)
+{
+    return QStringLiteral("[%1](#%2)").arg(record.name, record.name.toLower());
+}
+
+QString links(const Records& records)
+{
+    QStringList all;
+    for (const RecordDescription* record : records)
+        all += link(*record);
+    return all.join(QLatin1String(", "));
+}
+
+Records sortedByName(Records records)
+{
+    std::sort(records.begin(), records.end(),
+              [](const auto* a, const auto* b) { return QString::compare(a->name, b->name, Qt::CaseInsensitive) < 0; });
+    return records;
+}
+
+bool holds(const RecordDescription& whole, const RecordDescription& part)
+{
+    return std::any_of(whole.members.begin(), whole.members.end(), [&](const MemberDescription& member) {
+        return member.holdsRecords() && &member.record() == &part;
+    });
+}
+
+Records holdersOf(const RecordDescription& part)
+{
+    Records holders;
+    for (const RecordDescription* record : RecordDescriptions())
+        if (holds(*record, part))
+            holders += record;
+    return sortedByName(holders);
+}
+
+QString nameOf(const MemberDescription& member)
+{
+    const QString name = code(member.name);
+    return member.element == member.name ? name : QStringLiteral("%1 (%2)").arg(name, code(member.element));
+}
+
+QString kindOf(const MemberDescription& member)
+{
+    const QString kind = member.holdsRecords() ? link(member.record()) : wordFor(member.kind);
+    return member.isList ? QStringLiteral("list of %1").arg(kind) : kind;
+}
+
+QString needOf(const MemberDescription& member)
+{
+    const QString need = wordFor(member.need);
+    return member.form == Form::Element ? need : QStringLiteral("%1 %2").arg(need, wordFor(member.form));
+}
+
+QString enumerationOf(const MemberDescription& member)
+{
+    QStringList texts;
+    for (int i = 0; i < member.names.size(); ++i)
+        texts += member.names[i] == member.identifiers[i]
+                   ? code(member.names[i])
+                   : QStringLiteral("%1 (%2)").arg(code(member.names[i]), member.identifiers[i]);
+    return texts.join(QLatin1String(", "));
+}
+
+QString numberFormOf(const MemberDescription& member)
+{
+    QString text = QStringLiteral("%1 decimals").arg(member.decimals);
+    if (member.width > 0)
+        text += QStringLiteral(", width %1").arg(member.width);
+    if (member.range)
+        text += QStringLiteral(", %1 to %2").arg(textOf(member.range->lower), textOf(member.range->upper));
+    return text;
+}
+
+QString textFormOf(const MemberDescription& member)
+{
+    switch (member.kind) {
+    case Kind::Double: return numberFormOf(member);
+    case Kind::Enumeration: return enumerationOf(member);
+    default: return {};
+    }
+}
+
+QString defaultOf(const MemberDescription& member)
+{
+    const QString value = member.initialText.isEmpty() ? QString() : code(member.initialText.trimmed());
+    return member.isMarkedByDefault ? QStringLiteral("%1 *written*").arg(value).trimmed() : value;
+}
+
+QString rowOf(const MemberDescription& member)
+{
+    const QStringList cells{nameOf(member),
+                            kindOf(member),
+                            needOf(member),
+                            textFormOf(member),
+                            defaultOf(member),
+                            hex(member.tag),
+                            QString::number(member.bit)};
+    return QStringLiteral("| %1 |\n").arg(cells.join(QLatin1String(" | ")));
+}
+
+QString choiceOf(const ChoiceDescription& choice)
+{
+    QStringList alternatives;
+    for (const QString& name : choice.alternatives)
+        alternatives += code(name);
+    return QStringLiteral("The choice %1 holds %2 one of %3.\n\n")
+        .arg(code(choice.name), choice.isMandatory ? QStringLiteral("exactly") : QStringLiteral("at most"),
+             alternatives.join(QLatin1String(", ")));
+}
+
+QString headingOf(const RecordDescription& record)
+{
+    QString text
+        = QStringLiteral("\n## %1\n\nElement %2, identifier %3").arg(record.name, code(record.element), hex(record.id));
+    if (!record.version.isNull())
+        text += QStringLiteral(", schema version %1").arg(record.version);
+    text += QLatin1Char('.');
+    if (const Records holders = holdersOf(record); !holders.isEmpty())
+        text += QStringLiteral(" Part of %1.").arg(links(holders));
+    return text + QStringLiteral("\n\n");
+}
+
+QString sectionOf(const RecordDescription& record)
+{
+    QString text = headingOf(record);
+    if (record.choice)
+        text += choiceOf(*record.choice);
+    text += QStringLiteral("| Member | Kind | Need | Text | Default | Tag | Bit |\n|---|---|---|---|---|---|---|\n");
+    for (const MemberDescription& member : record.members)
+        text += rowOf(member);
+    return text;
+}
+
+} // namespace
+
+QString recordsAsMarkdown()
+{
+    const Records& records = RecordDescriptions();
+    QString text
+        = QLatin1String(introduction) + links(sortedByName(records)) + QLatin1Char('\n') + QLatin1String(legend);
+    std::for_each(records.rbegin(), records.rend(),
+                  [&](const RecordDescription* record) { text += sectionOf(*record); });
+    return text;
+}
