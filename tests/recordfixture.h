@@ -21,3 +21,6 @@ template <class E, class Action> QString messageOf(Action action)
     }
     return "none";
 }
+
+/// Calls a visitor with each class: [&]<class R>() { ... }
+template <class... R> void forAll(Velmara::RecordTypes<R...>, auto visitor) { (visitor.template operator()<R>(), ...); }

@@ -62,8 +62,6 @@ QString printed(const ITallyObject& record)
     return text;
 }
 
-template <class... R> void forAll(RecordTypes<R...>, auto visitor) { (visitor.template operator()<R>(), ...); }
-
 } // namespace
 
 TEST(Reflection, SufficesToWriteTheXmlForm)
