@@ -114,6 +114,12 @@ TEST_F(Tool, ShowsATable)
     EXPECT_EQ(run("show list.csv --type MemoryScan --columns Nothing").status, 2);
     write("none.csv", heading);
     EXPECT_EQ(run("show none.csv --type MemoryScan").output, "0 entries\n");
+    writeXml("list.xml", tower);
+    EXPECT_EQ(run("show list.xml").status, 0);
+    for (const QString& type : FrequencyStoreListHelper::GetListTypes())
+        if (type != "DetectionResult") {
+            EXPECT_TRUE(run("show list.xml --type " + type).output.contains("118500000.00")) << type.toStdString();
+        }
 }
 
 TEST_F(Tool, ShowsListsWithinEntries)

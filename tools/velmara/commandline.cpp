@@ -69,7 +69,8 @@ int CommandLine::run(const QStringList& arguments, const std::function<int()>& c
         flushOutput();
         return status;
     } catch (const UsageError& error) {
-        tell(error.GetMessage() + QStringLiteral("\n\n") + m_parser.helpText());
+        const QString usage = m_parser.helpText().section(QLatin1Char('\n'), 0, 0);
+        tell(error.GetMessage() + QStringLiteral("\n%1\n--help tells more.").arg(usage));
         return Misused;
     } catch (const TallyFormException& failure) {
         report(failure);

@@ -31,7 +31,7 @@ public:
     void addOutputOption();
 
     /// Parses the arguments and runs the command, which gives the exit status. Tells of what it throws, a UsageError
-    /// with the help, and gives `failed`, or Misused for that.
+    /// with the usage, and gives `failed`, or Misused for that.
     int run(const QStringList& arguments, const std::function<int()>& command, int failed = Failed);
 
     /// Tells of a failure that does not end the command.

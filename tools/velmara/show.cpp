@@ -159,13 +159,12 @@ QStringList columnsFor(const CommandLine& line, const FrequencyStoreListHelper& 
     if (line.isSet(QStringLiteral("all")))
         return contents.paths();
     QStringList names = line.values(QStringLiteral("columns"));
-    const bool isChosen = !names.isEmpty();
-    if (!isChosen)
+    if (names.isEmpty())
         names = usualColumns(helper.GetListType());
     const RecordDescription& entry = entriesMember(listIn(helper)).record();
     QStringList paths;
     for (const QString& name : names)
-        for (const QString& path : isChosen ? pathsNamed(withoutPlaces(name), entry) : QStringList(name))
+        for (const QString& path : pathsNamed(withoutPlaces(name), entry))
             paths += contents.pathsOf(path);
     return paths;
 }
