@@ -3,8 +3,10 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
+#include <limits>
 #include <optional>
 
 #ifdef Q_OS_UNIX
@@ -150,21 +152,46 @@ std::atomic<qint64> inputLimit = qint64(1) << 30;
 qint64 GetInputLimit() { return inputLimit.load(std::memory_order_relaxed); }
 void SetInputLimit(qint64 bytes) { inputLimit.store(bytes, std::memory_order_relaxed); }
 
+/// A file that tells its size is refused ahead of its first byte.
+LimitedFile::LimitedFile(QFile& file, qint64 limit) : m_file(file), m_limit(limit) { check(file.size() - file.pos()); }
+
+void LimitedFile::check(qint64 size)
+{
+    if (size > m_limit)
+        m_reason = QStringLiteral("Larger than the limit of %1 bytes.").arg(m_limit);
+}
+
+int LimitedFile::read(char* to, int size)
+{
+    if (!m_reason.isNull())
+        return 0;
+    int filled = 0;
+    for (qint64 count = 1; count > 0 && filled < size; filled += int(count)) // a pipe may give less than it has
+        count = std::max<qint64>(0, m_file.read(to + filled, size - filled));
+    m_size += filled;
+    if (m_file.error() != QFileDevice::NoError)
+        m_reason = m_file.errorString();
+    else
+        check(m_size);
+    return m_reason.isNull() ? filled : 0;
+}
+
 bool ReadFile(QFile& file, QByteArray& content, QString& reason)
 {
-    const qint64 limit = GetInputLimit();
+    constexpr int portion = 1 << 20; // a device may have no end, and does not tell its size
+    constexpr qint64 most = std::numeric_limits<int>::max() - 2 * portion; // that a QByteArray has room for
+    LimitedFile input(file, std::min(most, GetInputLimit()));
     content.clear();
-    content.reserve(int(qBound<qint64>(0, file.size() - file.pos(), limit)));
-    constexpr qint64 chunk = 1 << 20; // a device may have no end, and does not tell its size
-    for (QByteArray bytes = file.read(chunk); !bytes.isEmpty(); bytes = file.read(chunk)) {
-        content += bytes;
-        if (content.size() > limit) {
-            reason = QStringLiteral("Larger than the limit of %1 bytes.").arg(limit);
-            return false;
-        }
+    if (input.reason().isNull())
+        content.reserve(int(file.size() - file.pos()) + portion);
+    for (int read = portion; read == portion;) {
+        const int before = content.size();
+        content.resize(before + portion);
+        read = input.read(content.data() + before, portion);
+        content.truncate(before + read);
     }
-    reason = file.errorString();
-    return file.error() == QFileDevice::NoError;
+    reason = input.reason();
+    return reason.isNull();
 }
 
 SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason)

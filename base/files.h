@@ -2,13 +2,12 @@
 
 #include "base/tallybase_export.h"
 
-#include <QtGlobal>
+#include <QString>
 
 #include <functional>
 
 class QByteArray;
 class QFile;
-class QString;
 
 namespace TALLYFORM {
 
@@ -27,6 +26,27 @@ TALLYBASE_EXPORT SaveResult SaveFile(const QString& path, const QByteArray& cont
 /// the first bytes come.
 TALLYBASE_EXPORT SaveResult SaveFile(const QString& path, const std::function<bool(const ByteDrain&)>& produce,
                                      QString& reason);
+
+/// An open file from its position on, if it is no larger than the limit in bytes.
+class LimitedFile
+{
+public:
+    /// Of a file that outlives this.
+    LimitedFile(QFile& file, qint64 limit);
+
+    /// Fills `size` bytes, but at the end of the file; gives how many. On failure there are no more.
+    int read(char* to, int size);
+    /// Why reading failed; null if it did not.
+    const QString& reason() const { return m_reason; }
+
+private:
+    void check(qint64 size);
+
+    QFile& m_file;
+    qint64 m_limit;
+    qint64 m_size = 0;
+    QString m_reason;
+};
 
 /// Reads an open file from its position to its end; false, with the reason, if it cannot be read or is too large.
 TALLYBASE_EXPORT bool ReadFile(QFile& file, QByteArray& content, QString& reason);

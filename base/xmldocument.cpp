@@ -51,28 +51,51 @@ void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& sou
     }
 }
 
-/// Reads a document given as text or as bytes in UTF-8.
-template <class Document> bool readDocument(ITallyObject& object, const Document& document, const QString& source)
+void parse(ITallyObject& object, QXmlStreamReader& reader, const QString& source)
 {
-    if (hasCrowdedTag(document))
-        return refuse(object, source + QLatin1String(": An element has too many attributes."), __LINE__);
-    QXmlStreamReader reader(document);
     reader.setNamespaceProcessing(false); // there are none, and to look them up may take long
     if (findRoot(reader, object.GetObjectName()))
         readRoot(object, reader, source);
     while (!reader.atEnd())
         reader.readNext();
+}
+
+bool isRead(const ITallyObject& object, const QXmlStreamReader& reader, const QString& source)
+{
     return !reader.hasError()
         || refuse(object, placeIn(source, reader) + QLatin1String(": ") + reader.errorString(), __LINE__);
 }
 
-bool readForeign(ITallyObject& object, const QByteArray& document, const QTextCodec& codec, const QString& source)
+bool readText(ITallyObject& object, const QString& text, const QString& source)
 {
+    CrowdedTagSearch search;
+    search.pass(text);
+    if (search.hasFound())
+        return refuse(object, source + QLatin1String(": ") + CrowdedTagSearch::reason(), __LINE__);
+    QXmlStreamReader reader(text);
+    parse(object, reader, source);
+    return isRead(object, reader, source);
+}
+
+bool readUtf8(ITallyObject& object, XmlFile& file, const QString& source)
+{
+    QXmlStreamReader reader(&file);
+    parse(object, reader, source);
+    if (!file.reason().isNull())
+        return refuse(object, source + QLatin1String(": ") + file.reason(), __LINE__);
+    return isRead(object, reader, source);
+}
+
+bool readForeign(ITallyObject& object, XmlFile& file, const QString& source)
+{
+    const QByteArray document = file.readAll();
+    if (!file.reason().isNull())
+        return refuse(object, source + QLatin1String(": ") + file.reason(), __LINE__);
     QTextCodec::ConverterState state;
-    const QString text = codec.toUnicode(document.constData(), document.size(), &state);
+    const QString text = file.foreignCodec()->toUnicode(document.constData(), document.size(), &state);
     if (state.invalidChars > 0 || state.remainingChars > 0)
         return refuse(object, source + QLatin1String(": Not in the encoding that it declares."), __LINE__);
-    return readDocument(object, text, source);
+    return readText(object, text, source);
 }
 
 bool appendElement(const ITallyObject& object, QByteArray& document, bool isIndented, const ByteDrain& drain)
@@ -96,7 +119,7 @@ bool ITallyObject::SetXmlString(const QString& xml, bool reset)
 {
     if (reset)
         Reset();
-    return readDocument(*this, xml, QStringLiteral("text"));
+    return readText(*this, xml, QStringLiteral("text"));
 }
 
 bool ITallyObject::LoadXml(const QString& path)
@@ -116,13 +139,9 @@ bool ITallyObject::LoadXml(QFile& file)
     });
     if (!file.isReadable())
         return refuse(*this, file.fileName() + QLatin1String(": Not open for reading."), __LINE__);
-    QByteArray document;
-    QString reason;
-    if (!ReadFile(file, document, reason))
-        return refuse(*this, file.fileName() + QLatin1String(": ") + reason, __LINE__);
-    if (const QTextCodec* codec = foreignCodec(document))
-        return readForeign(*this, document, *codec, file.fileName());
-    return readDocument(*this, document, file.fileName());
+    XmlFile document(file);
+    return document.foreignCodec() ? readForeign(*this, document, file.fileName())
+                                   : readUtf8(*this, document, file.fileName());
 }
 
 bool ITallyObject::AppendXml(QByteArray& document, bool isIndented, const ByteDrain&) const

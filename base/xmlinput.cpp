@@ -3,59 +3,41 @@
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <string>
+
 namespace TALLYFORM {
 
 namespace {
 
 constexpr int mostAttributes = 256;
 constexpr int shortestCrowdedTag = 4 * mostAttributes; // a='' b='' c='' ...
+constexpr int portionSize = 1 << 16;
 
-char16_t codeOf(char c) { return uchar(c); }
-char16_t codeOf(QChar c) { return c.unicode(); }
-
-/// Counts the values in quotes from behind a '<' up to the tag's end. The next '<' ends it too, even within quotes.
-template <class Char> bool isCrowded(const Char* at, const Char* end)
+template <class Char> const Char* firstOpen(const Char* at, const Char* end)
 {
-    if (at != end && (codeOf(*at) == u'!' || codeOf(*at) == u'?')) // no tag
-        return false;
-    char16_t quote = 0;
-    for (int attributes = 0; at != end; ++at) {
-        const char16_t c = codeOf(*at);
-        if (c == u'<')
-            return false;
-        if (quote != 0) {
-            quote = c == quote ? 0 : quote;
-        } else if (c == u'"' || c == u'\'') {
-            quote = c;
-            if (++attributes > mostAttributes)
-                return true;
-        } else if (c == u'>') {
-            return false;
-        }
-    }
-    return false;
+    const Char* const found = std::char_traits<Char>::find(at, std::size_t(end - at), Char('<'));
+    return found ? found : end;
 }
 
 /// No '<' stands within a tag. So only those matter with none in a long way behind them, and looking back from there
 /// passes over all others at once.
-template <class Text, class Char> bool searchCrowdedTag(const Text& document, Char open)
+template <class Char> const Char* firstLonelyOpen(const Char* at, const Char* end)
 {
-    int at = document.indexOf(open);
-    while (at >= 0 && document.size() - at > shortestCrowdedTag) {
-        const int next = document.lastIndexOf(open, at + shortestCrowdedTag);
-        if (next == at && isCrowded(document.constData() + at + 1, document.constData() + document.size()))
-            return true;
-        at = next == at ? document.indexOf(open, at + 1) : next;
+    at = firstOpen(at, end);
+    while (at != end) {
+        const std::reverse_iterator limit(at + std::min<std::ptrdiff_t>(end - at, shortestCrowdedTag));
+        const Char* const last = std::find(limit, std::reverse_iterator(at), Char('<')).base() - 1;
+        if (last == at)
+            break;
+        at = last;
     }
-    return false;
+    return at;
 }
 
-} // namespace
-
-bool hasCrowdedTag(const QByteArray& document) { return searchCrowdedTag(document, '<'); }
-bool hasCrowdedTag(const QString& document) { return searchCrowdedTag(document, QLatin1Char('<')); }
-
-QTextCodec* foreignCodec(const QByteArray& document)
+QTextCodec* foreignCodecOf(const QByteArray& document)
 {
     QTextCodec* codec = QTextCodec::codecForUtfText(document, nullptr);
     if (!codec) {
@@ -65,6 +47,88 @@ QTextCodec* foreignCodec(const QByteArray& document)
     }
     constexpr int utf8 = 106;
     return codec && codec->mibEnum() != utf8 ? codec : nullptr;
+}
+
+} // namespace
+
+/// Counts the values in quotes up to the tag's end. The next '<' ends it too, even within quotes.
+void CrowdedTagSearch::take(char16_t c)
+{
+    const bool isNoTag = m_state == State::BehindOpen && (c == u'!' || c == u'?');
+    if (isNoTag || (c == u'>' && m_state != State::InValue)) {
+        m_state = State::Outside;
+    } else if (m_state == State::InValue) {
+        m_state = c == m_quote ? State::InTag : State::InValue;
+    } else if (c == u'"' || c == u'\'') {
+        m_state = State::InValue;
+        m_quote = c;
+        ++m_attributes;
+    } else {
+        m_state = State::InTag;
+    }
+}
+
+template <class Char> const Char* CrowdedTagSearch::passTag(const Char* at, const Char* end)
+{
+    for (; at != end && *at != Char('<') && m_state != State::Outside && !hasFound(); ++at)
+        take(static_cast<std::make_unsigned_t<Char>>(*at));
+    return at;
+}
+
+template <class Char> void CrowdedTagSearch::pass(const Char* at, const Char* end)
+{
+    at = passTag(at, end);
+    while (!hasFound() && (at = firstLonelyOpen(at, end)) != end) {
+        m_state = State::BehindOpen;
+        m_attributes = 0;
+        at = passTag(at + 1, end);
+    }
+}
+
+void CrowdedTagSearch::pass(const QByteArray& portion) { pass(portion.begin(), portion.end()); }
+
+void CrowdedTagSearch::pass(const QString& portion)
+{
+    const auto text = reinterpret_cast<const char16_t*>(portion.utf16());
+    pass(text, text + portion.size());
+}
+
+bool CrowdedTagSearch::hasFound() const { return m_attributes > mostAttributes; }
+
+XmlFile::XmlFile(QFile& file) : m_file(file, GetInputLimit())
+{
+    open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    fetch();
+    m_codec = foreignCodecOf(m_portion);
+    search();
+}
+
+void XmlFile::fetch()
+{
+    m_portion.resize(portionSize);
+    m_portion.truncate(m_file.read(m_portion.data(), portionSize));
+    m_at = 0;
+}
+
+/// The parser gets nothing of the portion in which there is what it must not see.
+void XmlFile::search()
+{
+    if (!m_codec)
+        m_search.pass(m_portion);
+    if (m_search.hasFound())
+        m_portion.clear();
+}
+
+qint64 XmlFile::readData(char* to, qint64 size)
+{
+    if (m_at == m_portion.size()) {
+        fetch();
+        search();
+    }
+    const int count = int(std::min<qint64>(size, m_portion.size() - m_at));
+    std::memcpy(to, m_portion.constData() + m_at, std::size_t(count));
+    m_at += count;
+    return count;
 }
 
 } // namespace TALLYFORM

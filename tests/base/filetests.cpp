@@ -7,6 +7,11 @@
 #include <QTextCodec>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <limits>
+#include <thread>
+#include <unistd.h>
+
 using namespace TALLYFORM;
 
 namespace {
@@ -66,6 +71,47 @@ TEST_F(FileTest, XmlIsReadInTheEncodingThatItDeclares)
     }
 }
 
+TEST_F(FileTest, ADocumentIsTheSameWhereverItsPortionsEnd)
+{
+    const auto crowd = [](int attributes, const QByteArray& value) {
+        QByteArray text;
+        for (int i = 0; i < attributes; ++i)
+            text += " a" + QByteArray::number(i) + '=' + value;
+        return text;
+    };
+    const QByteArray blanks(100000, ' ');
+    const struct
+    {
+        QByteArray text;
+        bool isGood;
+    } cases[] = {
+        {"\xf0\x9f\x93\xa1\xe2\x82\xac\xc3\xa4", true},
+        {"\xc3(", false},
+        {"&amp;&#x20AC;<![CDATA[<]]>", true},
+        {"<!--" + crowd(300, "''") + "--><![CDATA[" + crowd(300, "''") + "]]><?x" + crowd(300, "''") + "?>", true},
+        {"</Title><Body" + crowd(256, "'\"'") + "/><Title>", true},
+        {"</Title><Body" + crowd(257, "'\"'") + "/><Title>", false},
+        {"</Title><Body" + crowd(257, "\">'\"") + "/><Title>", false},
+        {"</Title><Body" + blanks + crowd(256, "''") + blanks + "/><Title>", true},
+        {"</Title><Body" + blanks + crowd(256, "''") + blanks + "b=''/><Title>", false},
+    };
+    for (const auto& [text, isGood] : cases) {
+        for (const int end : {8192, 65536, 131072}) { // the portions of the parser, and of what it reads from
+            for (int ahead = 0; ahead < 12; ++ahead) {
+                const QByteArray open("<Note><Title>"),
+                    document = open + QByteArray(end - ahead - open.size(), '.') + text + "</Title></Note>";
+                write(document);
+                Note note, expected;
+                EXPECT_EQ(note.LoadXml(path()), isGood) << text.left(30).constData() << ' ' << end - ahead;
+                if (!isGood)
+                    continue;
+                EXPECT_TRUE(expected.SetXmlString(QString::fromUtf8(document), false));
+                EXPECT_EQ(note, expected) << text.left(30).constData() << ' ' << end - ahead;
+            }
+        }
+    }
+}
+
 TEST_F(FileTest, AnOpenFileIsReadFromItsPositionAndStaysOpen)
 {
     write("junk<Note><Title>t</Title></Note>");
@@ -82,6 +128,28 @@ TEST_F(FileTest, AnOpenFileIsReadFromItsPositionAndStaysOpen)
     file.close();
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_FALSE(note.LoadXml(file));
+}
+
+TEST_F(FileTest, APipeIsReadHoweverSlowlyItIsFilled)
+{
+    const QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"%1\"?><Note><Title>\u00e4</Title></Note>");
+    for (const char* encoding : {"UTF-8", "UTF-16", "windows-1252"}) {
+        const QByteArray document = QTextCodec::codecForName(encoding)->fromUnicode(text.arg(QLatin1String(encoding)));
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        std::thread writer([&] {
+            for (const char& byte : document) {
+                EXPECT_EQ(::write(ends[1], &byte, 1), 1);
+                std::this_thread::sleep_for(std::chrono::microseconds(50));
+            }
+            close(ends[1]);
+        });
+        QFile file;
+        Note note;
+        EXPECT_TRUE(file.open(ends[0], QIODevice::ReadOnly, QFile::AutoCloseHandle) && note.LoadXml(file)) << encoding;
+        EXPECT_EQ(note.m_title, QStringLiteral("\u00e4")) << encoding;
+        writer.join();
+    }
 }
 
 TEST_F(FileTest, AFailedLoadSaysWhere)
@@ -145,6 +213,7 @@ TEST_F(FileTest, InputBeyondTheLimitIsRefused)
     Note note;
     note.SetLogger(logger);
     EXPECT_FALSE(note.LoadXml(path()));
+    EXPECT_EQ(note, Note());
     EXPECT_EQ(logger->m_messages.last(), path() + QStringLiteral(": Larger than the limit of 1000 bytes."));
     EXPECT_FALSE(note.LoadXml(QStringLiteral("/dev/zero")));
     EXPECT_FALSE(note.SetBinaryRepresentation(small));
@@ -155,6 +224,10 @@ TEST_F(FileTest, InputBeyondTheLimitIsRefused)
     EXPECT_TRUE(note.LoadBinary(path()));
     EXPECT_TRUE(note.SetBinaryRepresentation(small));
     EXPECT_FALSE(note.LoadXml(QStringLiteral("/dev/zero")));
+
+    SetInputLimit(std::numeric_limits<qint64>::max());
+    ASSERT_TRUE(QFile::resize(path(), qint64(3) << 30)); // more than bytes in memory can be; takes no room on the disk
+    EXPECT_FALSE(note.LoadBinary(path()));
 }
 
 TEST_F(FileTest, AFailedBinaryLoadNamesTheFile)
