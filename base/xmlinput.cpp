@@ -49,12 +49,18 @@ QTextCodec* foreignCodecOf(const QByteArray& document)
     return codec && codec->mibEnum() != utf8 ? codec : nullptr;
 }
 
+bool beginsName(char16_t c)
+{
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c == u':' || c >= 0x80;
+}
+
 } // namespace
 
-/// Counts the values in quotes up to the tag's end. The next '<' ends it too, even within quotes.
+/// Counts the values in quotes up to the tag's end. The next '<' ends it too, even within quotes. What looks like a tag
+/// within a comment or the like counts as one.
 void CrowdedTagSearch::take(char16_t c)
 {
-    const bool isNoTag = m_state == State::BehindOpen && (c == u'!' || c == u'?');
+    const bool isNoTag = m_state == State::BehindOpen && !beginsName(c);
     if (isNoTag || (c == u'>' && m_state != State::InValue)) {
         m_state = State::Outside;
     } else if (m_state == State::InValue) {

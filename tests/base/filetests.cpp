@@ -89,6 +89,7 @@ TEST_F(FileTest, ADocumentIsTheSameWhereverItsPortionsEnd)
         {"\xc3(", false},
         {"&amp;&#x20AC;<![CDATA[<]]>", true},
         {"<!--" + crowd(300, "''") + "--><![CDATA[" + crowd(300, "''") + "]]><?x" + crowd(300, "''") + "?>", true},
+        {"<!--1 < 2" + crowd(300, "''") + "--><![CDATA[1 <= 2" + crowd(300, "''") + "]]>", true},
         {"</Title><Body" + crowd(256, "'\"'") + "/><Title>", true},
         {"</Title><Body" + crowd(257, "'\"'") + "/><Title>", false},
         {"</Title><Body" + crowd(257, "\">'\"") + "/><Title>", false},
