@@ -49,7 +49,8 @@ CSVFileLoader::~CSVFileLoader() = default;
 
 void CSVFileLoader::LoadFile(QString const& fileName)
 {
-    const QString text = csv::readText(fileName);
+    bool isMisencoded = false;
+    const QString text = csv::readText(fileName, isMisencoded);
     csv::TextLines lines(text);
     csv::TableReader reader(lines, fileName, m_lastLine);
     load(reader);

@@ -30,7 +30,7 @@ QStringView TextLines::next()
     return length < 0 ? piece : piece.left(length);
 }
 
-QString readText(const QString& fileName)
+QString readText(const QString& fileName, bool& isMisencoded)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
@@ -41,7 +41,10 @@ QString readText(const QString& fileName)
         throw TallyException(QStringLiteral("Can't read file: '%1' (%2)").arg(fileName, reason));
     QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
     QTextCodec::ConverterState state; // drops a character that the end of the file cuts
-    return QTextCodec::codecForUtfText(content, utf8)->toUnicode(content.constData(), content.size(), &state);
+    const QString text
+        = QTextCodec::codecForUtfText(content, utf8)->toUnicode(content.constData(), content.size(), &state);
+    isMisencoded = state.invalidChars > 0;
+    return text;
 }
 
 QStringView TableReader::next()

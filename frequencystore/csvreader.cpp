@@ -58,7 +58,7 @@ Table load(const QString& file, ImportReport& report)
     Table table;
     int line = 0;
     try {
-        table.text = csv::readText(file);
+        table.text = csv::readText(file, report.isMisencoded);
         csv::TextLines lines(table.text);
         csv::TableReader reader(lines, file, line);
         table.columns = csv::cellsOf(reader.header());

@@ -21,6 +21,7 @@ struct ImportReport
     QString error;           ///< the reason if reading failed
     CsvCell failed;          ///< where it failed
 
+    bool isMisencoded = false;  ///< whether bytes are no characters of the file's encoding, read as U+FFFD
     int emptyLine = 0;          ///< the empty line that ended the data although more stand behind it; 0 if none did
     QVector<CsvCell> misread;   ///< cells not of their column's form, read as 0 or false or passed over
     QStringList unknownColumns; ///< those of the file that the list type does not have
