@@ -83,8 +83,11 @@ const RecordDescription& DescriptionOf(const TALLYFORM::ITallyObject& record)
     return *found->second;
 }
 
-QDebug operator<<(QDebug debug, const TALLYFORM::ITallyObject& record)
+} // namespace Velmara
+
+QDebug TALLYFORM::operator<<(QDebug debug, const ITallyObject& record)
 {
+    using namespace Velmara;
     const QDebugStateSaver saver(debug);
     debug.nospace();
     const RecordDescription& description = DescriptionOf(record);
@@ -97,5 +100,3 @@ QDebug operator<<(QDebug debug, const TALLYFORM::ITallyObject& record)
     debug << ")";
     return debug;
 }
-
-} // namespace Velmara

@@ -21,8 +21,12 @@ VELMARA_EXPORT const RecordDescription* FindRecordDescription(const QString& nam
 /// The class of a record. Throws TallyException for an object that is none.
 VELMARA_EXPORT const RecordDescription& DescriptionOf(const TALLYFORM::ITallyObject& record);
 
+} // namespace Velmara
+
+namespace TALLYFORM {
+
 /// Prints a record with the members that are set: Area(Name: "north", Coordinate: [Coordinate(...), ...]). Throws
 /// TallyException for an object that is no record.
-VELMARA_EXPORT QDebug operator<<(QDebug debug, const TALLYFORM::ITallyObject& record);
+VELMARA_EXPORT QDebug operator<<(QDebug debug, const ITallyObject& record);
 
-} // namespace Velmara
+} // namespace TALLYFORM
