@@ -10,6 +10,10 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <cmath>
+#include <functional>
+#include <limits>
+
 using namespace Velmara;
 
 namespace {
@@ -53,6 +57,30 @@ protected:
         return {tool.exitStatus() == QProcess::NormalExit ? tool.exitCode() : -1, tool.readAllStandardOutput(),
                 tool.readAllStandardError()};
     }
+    /// Runs a script in the folder, with the tool in the path.
+    QString shell(const QString& script) const
+    {
+        QProcess shell;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("PATH", QFileInfo(VELMARA_TOOL).path() + ":" + environment.value("PATH"));
+        shell.setProcessEnvironment(environment);
+        shell.setWorkingDirectory(m_folder.path());
+        shell.start("bash", {"-c", script});
+        EXPECT_TRUE(shell.waitForFinished(60000)) << script.toStdString();
+        return shell.readAllStandardOutput();
+    }
+    /// A list of one entry that is plain but for what a function does to it.
+    void writeTagged(const QString& name, const std::function<void(FrequencyStoreEntry&)>& change) const
+    {
+        FrequencyStoreList list;
+        list.SetValidate(false);
+        FrequencyStoreEntry entry;
+        entry.GetFFM_Settings().GetFrequency().SetValue(100e6);
+        entry.GetFFM_Settings().GetIFBandwidth().SetValue(8300);
+        change(entry);
+        list.AppendFrequencyStoreEntry(entry);
+        write(name, list.GetBinaryRepresentationAsQByteArray());
+    }
     /// A document of the entries, which stand as lines of CSV.
     void writeXml(const QString& name, const QByteArray& entries) const
     {
@@ -77,17 +105,51 @@ TEST_F(Tool, ConvertsBetweenStandardStreams)
     EXPECT_EQ(back.errors, "");
 }
 
+TEST_F(Tool, TakesItsPlaceInAPipe)
+{
+    writeXml("a.xml", tower);
+    EXPECT_EQ(shell("velmara convert a.xml b.tagged >log; { velmara convert a.xml - --to tagged; } >c; cmp b.tagged c"),
+              "");
+    EXPECT_EQ(shell("echo before >d; velmara convert a.xml - --to xml >>d; (echo before; cat a.xml) | cmp - d"), "");
+    EXPECT_EQ(shell("cat a.xml | velmara check - --from xml"), "standard input: 1 entry, no fault\n");
+    EXPECT_EQ(shell("sed s/AM/XM/ a.xml | velmara check - --from xml | head -1"),
+              "standard input: FrequencyStoreEntry[1]/FFM_Settings: FFM_Settings: Please set AnalogDemod properly.\n");
+    EXPECT_EQ(shell("velmara merge - a.xml a.xml --to xml 2>log | cmp - a.xml"), "");
+    EXPECT_TRUE(read("log").startsWith("velmara: a.xml, entry 1: dropped, the same as a.xml, entry 1: "));
+    EXPECT_EQ(shell("velmara plot a.xml -o - | head -c5"), "<?xml");
+    EXPECT_EQ(shell("velmara convert missing.xml - --to xml 2>log"), "");
+    EXPECT_EQ(run("diff - - --from xml").status, 2);
+    EXPECT_EQ(shell("velmara --help >/dev/full 2>&1; echo $?"), "1\n");
+    EXPECT_EQ(shell("LC_ALL=C velmara convert a.xml - --to xml 2>&1 >/dev/full"),
+              "velmara: standard output: No space left on device\n");
+}
+
+TEST_F(Tool, BelievesExtensionsAndNamesOtherForms)
+{
+    writeXml("a.xml", tower);
+    EXPECT_EQ(run("convert a.xml b.packed --from tagged --to csv").status, 0);
+    EXPECT_EQ(run("diff a.xml b.packed").status, 0);
+    QFile::copy(path("a.xml"), path("%1.txt"));
+    EXPECT_TRUE(run("show %1.txt").errors.startsWith("velmara: %1.txt: --from must tell the form"));
+    EXPECT_EQ(run("show %1.txt --from xml").status, 0);
+    EXPECT_EQ(run("check %1.txt --from tagged").errors, run("show %1.txt --from tagged").errors);
+    EXPECT_TRUE(run("check %1.txt --from packed").errors.startsWith("velmara: %1.txt: This is no packed list"));
+    EXPECT_TRUE(
+        run("show a.xml --type DetectionResult").errors.endsWith("It holds entries, not --type DetectionResult.\n"));
+}
+
 TEST_F(Tool, TellsHowItIsUsed)
 {
-    for (const char* line : {"check", "convert a.xml", "diff a.xml b.xml c.xml", "merge a.xml", "plot a.xml",
-                             "plot a.xml -o", "show a.csv", "show a.txt", "show a.xml --from text",
-                             "show a.xml --type List", "show a.xml --fast", "conjure", ""}) {
+    for (const char* line :
+         {"check", "convert a.xml", "diff a.xml b.xml c.xml", "merge a.xml", "plot a.xml", "plot a.xml -o",
+          "plot a.xml -o b.xml", "show a.csv", "show a.txt", "show a.xml --from text", "show a.xml --type List",
+          "show a.xml --fast", "show a.xml --json --all", "schema", "schema --xsd --json", "conjure", ""}) {
         const Outcome outcome = run(line);
         EXPECT_EQ(outcome.status, 2) << line;
         EXPECT_TRUE(outcome.errors.contains("Usage: velmara")) << outcome.errors.toStdString();
         EXPECT_EQ(outcome.output, "") << line;
     }
-    for (const char* command : {"check", "convert", "diff", "merge", "plot", "show"}) {
+    for (const char* command : {"check", "convert", "diff", "merge", "plot", "schema", "show"}) {
         const Outcome help = run(QString(command) + " --help");
         EXPECT_EQ(help.status, 0);
         EXPECT_TRUE(help.output.contains(QString("\nExamples:\n  velmara ") + command));
@@ -110,8 +172,11 @@ TEST_F(Tool, ShowsATable)
 1          9  118500000.00
 2         14  156300000.00
 )");
+    EXPECT_EQ(run("show list.csv --type MemoryScan --columns ChannelNo,Detail/ChannelNo,Confidence").output,
+              "2 entries\n#  ChannelNo  Confidence\n1          9\n2         14\n");
     EXPECT_TRUE(run("show list.csv --type MemoryScan --all").output.contains("Attenuation"));
     EXPECT_EQ(run("show list.csv --type MemoryScan --columns Nothing").status, 2);
+    EXPECT_EQ(run("show list.csv --type MemoryScan --columns ChannelNo[1]").status, 2);
     write("none.csv", heading);
     EXPECT_EQ(run("show none.csv --type MemoryScan").output, "0 entries\n");
     writeXml("list.xml", tower);
@@ -126,8 +191,7 @@ TEST_F(Tool, ShowsListsWithinEntries)
 {
     FrequencyStoreList list;
     list.SetName("hops");
-    FrequencyStoreEntry entry = RandomFiller(1).make<FrequencyStoreEntry>();
-    entry.Reset();
+    FrequencyStoreEntry entry;
     entry.SetType("hopper");
     for (const double hop : {30e6, 31e6}) {
         Frequency frequency;
@@ -144,19 +208,18 @@ TEST_F(Tool, ShowsListsWithinEntries)
 
 TEST_F(Tool, IsNotCommandedByWhatItReads)
 {
-    FrequencyStoreList list;
-    FrequencyStoreEntry entry;
-    entry.SetType("a\x1b[2J\nb");
-    entry.GetFFM_Settings().GetFrequency().SetValue(1);
-    entry.GetFFM_Settings().GetIFBandwidth().SetValue(1);
-    list.AppendFrequencyStoreEntry(entry);
-    write("list.tagged", list.GetBinaryRepresentationAsQByteArray());
+    writeTagged("list.tagged", [](FrequencyStoreEntry& entry) {
+        entry.SetType("a\x1b[2J\nb");
+        entry.SetComment(QString(39, 'c') + QString::fromUtf8("\U0001F4FB") + QChar(0xd83d));
+    });
     EXPECT_TRUE(run("show list.tagged --columns Type").output.endsWith(QString::fromUtf8("1  a\u241b[2J\u240ab\n")));
     EXPECT_EQ(run("plot list.tagged -o plan.svg").status, 0);
-    QXmlStreamReader svg(read("plan.svg"));
-    while (!svg.atEnd())
-        svg.readNext();
-    EXPECT_FALSE(svg.hasError());
+    const QString svg = read("plan.svg");
+    EXPECT_TRUE(svg.contains(">100 MHz " + QString(39, 'c') + "...<"));
+    QXmlStreamReader reader(svg);
+    while (!reader.atEnd())
+        reader.readNext();
+    EXPECT_FALSE(reader.hasError());
     EXPECT_FALSE(run("check x\x1b.xml").errors.contains(QChar(0x1b)));
 }
 
@@ -203,6 +266,12 @@ TEST_F(Tool, ChecksEveryEntry)
     const Outcome table = run("check bad.csv --type MemoryScan");
     EXPECT_EQ(table.status, 1);
     EXPECT_TRUE(table.errors.contains("line 3")) << table.errors.toStdString();
+    write("odd.csv", heading + QByteArray(tower).replace(";8;", ";much;").replace("Tower", "T\xfcr"));
+    EXPECT_EQ(run("check odd.csv --type MemoryScan").output,
+              "odd.csv: not all of it is in UTF-8; what is not became U+FFFD.\n"
+              "odd.csv, line 2, column 'SquelchValue', cell 'much': not in the form of its column, and not read as it "
+              "stands.\n"
+              "odd.csv: 1 entry, 2 faults\n");
 }
 
 TEST_F(Tool, TellsDifferences)
@@ -224,6 +293,12 @@ TEST_F(Tool, TellsDifferences)
     EXPECT_TRUE(run("diff a.csv c.xml --type MemoryScan --by ChannelNo")
                     .output.contains("    FFM_Settings/Frequency: 118500000.00 -> 119500000.00\n"));
     EXPECT_EQ(run("diff a.csv missing.xml --type MemoryScan").status, 2);
+
+    QByteArray named = read("b.xml");
+    named.insert(named.indexOf("<FrequencyStoreEntry"), "<Name>north</Name>");
+    write("named.xml", named);
+    EXPECT_EQ(run("diff b.xml named.xml").output,
+              "--- b.xml\n+++ named.xml\n~ the list\n    Name: (not set) -> north\n");
 }
 
 TEST_F(Tool, JoinsLists)
@@ -232,12 +307,16 @@ TEST_F(Tool, JoinsLists)
     write("b.csv", heading + QByteArray(tower).replace("Tower", "Approach") + marine);
     const Outcome outcome = run("merge all.xml a.xml b.csv --type MemoryScan");
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.output, "b.csv, entry 1: dropped, the same as a.xml, entry 1: 118500000.00, AM, airband, "
+    EXPECT_EQ(outcome.output, "b.csv, entry 1: dropped, though unlike a.xml, entry 1: 118500000.00, AM, airband, "
                               "Approach\nall.xml: 2 entries, 1 dropped\n");
     writeXml("expected.xml", tower + marine);
     EXPECT_EQ(read("all.xml"), read("expected.xml"));
     EXPECT_TRUE(
         run("merge all.xml a.xml b.csv --type MemoryScan --by Comment").output.endsWith("3 entries, 0 dropped\n"));
+    const QByteArray name = "<Name>north</Name>";
+    write("named.xml", read("a.xml").replace("<FrequencyStoreEntry", name + "<FrequencyStoreEntry"));
+    EXPECT_EQ(run("merge all.xml named.xml b.csv --type MemoryScan").status, 0);
+    EXPECT_TRUE(read("all.xml").contains(name));
     EXPECT_EQ(run("merge new.xml a.xml missing.xml").status, 1);
     EXPECT_FALSE(QFile::exists(path("new.xml")));
 }
@@ -269,20 +348,31 @@ TEST_F(Tool, DrawsAPlan)
     EXPECT_FALSE(QFile::exists(path("none.svg")));
 }
 
+TEST_F(Tool, DrawsAnyNumbers)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double nasty[] = {0, 0.1, 1, 1e15, 1e17 + 16, 1.7e308, 5e-324, -1, infinity, std::nan("")};
+    for (const double frequency : nasty)
+        for (const double bandwidth : {0.1, 1.7e308, std::nan("")}) {
+            writeTagged("list.tagged", [&](FrequencyStoreEntry& entry) {
+                entry.GetFFM_Settings().GetFrequency().SetValue(frequency);
+                entry.GetFFM_Settings().GetIFBandwidth().SetValue(bandwidth);
+            });
+            const Outcome outcome = run("plot --from tagged list.tagged -o -");
+            SCOPED_TRACE(testing::Message() << frequency << ' ' << bandwidth << outcome.errors.toStdString());
+            const bool canBeDrawn = frequency >= 0 && frequency <= 1e15;
+            EXPECT_EQ(outcome.status, canBeDrawn ? 0 : 1);
+            EXPECT_EQ(outcome.output.contains("</svg>"), canBeDrawn);
+            EXPECT_FALSE(outcome.output.contains("nan") || outcome.output.contains("inf"));
+        }
+}
+
 TEST_F(Tool, CompletesInTheShell)
 {
     const auto complete = [&](const QString& words) {
-        QProcess shell;
-        shell.setProcessEnvironment([] {
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert("PATH", QFileInfo(VELMARA_TOOL).path() + ":" + environment.value("PATH"));
-            return environment;
-        }());
-        shell.start("bash", {"-c", QString("source '%1'; COMP_WORDS=(%2); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); "
-                                           "_velmara; echo \"${COMPREPLY[@]}\"")
-                                       .arg(VELMARA_COMPLETION, words)});
-        EXPECT_TRUE(shell.waitForFinished());
-        return QString(shell.readAllStandardOutput()).trimmed();
+        const QString script("source '%1'; COMP_WORDS=(%2); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _velmara; "
+                             "echo \"${COMPREPLY[@]}\"");
+        return shell(script.arg(VELMARA_COMPLETION, words)).trimmed();
     };
     EXPECT_EQ(complete("velmara co"), "convert");
     EXPECT_EQ(complete("velmara show --c"), "--columns");

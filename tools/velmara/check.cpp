@@ -44,28 +44,21 @@ void addFaults(const ITallyObject& record, const QString& path, QVector<Fault>& 
         faults += {path, message};
 }
 
-/// Reads a list whatever it holds; false if only a list without faults can be read.
-bool readUnchecked(const ListFile& file, FrequencyStoreListHelper& helper)
-{
-    if (file.form == Form::Csv)
-        return false;
-    helper.SetValidate(false);
-    readList(file, helper);
-    helper.SetValidate(true);
-    return true;
-}
-
 /// The faults of a file whose content can be read, one after the other.
 QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
 {
     QVector<Fault> faults;
     try {
-        readList(file, helper);
+        for (const QString& warning : loadList(file, helper))
+            faults += {{}, warning};
         addFaults(listIn(helper), {}, faults);
     } catch (const TallyFormException&) {
-        helper.Reset();
-        if (!readUnchecked(file, helper))
+        if (file.form == Form::Csv) // read as far as it is good
             throw;
+        helper.Reset();
+        helper.SetValidate(false);
+        loadList(file, helper);
+        helper.SetValidate(true);
         addFaults(listIn(helper), {}, faults);
         if (faults.isEmpty()) // what only a reader that validates takes offence at
             throw;
@@ -73,18 +66,28 @@ QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
     return faults;
 }
 
+void printFault(const ListFile& file, const Fault& fault)
+{
+    const QString path = fault.path.isEmpty() ? QStringLiteral("the list") : fault.path;
+    const bool namesItsPlace = fault.message.startsWith(file.name);
+    const QString place = namesItsPlace ? QString() : file.name + QStringLiteral(": ") + path + QStringLiteral(": ");
+    print(place + coloured(fault.message, Colour::Red) + QLatin1Char('\n'));
+}
+
+QString sumOf(const QVector<Fault>& faults)
+{
+    if (faults.isEmpty())
+        return coloured(QStringLiteral("no fault"), Colour::Green);
+    return faults.size() == 1 ? QStringLiteral("1 fault") : QStringLiteral("%1 faults").arg(faults.size());
+}
+
 bool isFaultless(const ListFile& file)
 {
     FrequencyStoreListHelper helper;
     const QVector<Fault> faults = faultsIn(file, helper);
     for (const Fault& fault : faults)
-        print(QStringLiteral("%1: %2: %3\n")
-                  .arg(file.path, fault.path.isEmpty() ? QStringLiteral("the list") : fault.path,
-                       coloured(fault.message, Colour::Red)));
-    print(QStringLiteral("%1: %2, %3\n")
-              .arg(file.path, countIn(helper),
-                   faults.isEmpty() ? coloured(QStringLiteral("no fault"), Colour::Green)
-                                    : QStringLiteral("%1 faults").arg(faults.size())));
+        printFault(file, fault);
+    print(QStringLiteral("%1: %2, %3\n").arg(file.name, countIn(helper), sumOf(faults)));
     return faults.isEmpty();
 }
 
@@ -92,10 +95,12 @@ bool isFaultless(const ListFile& file)
 
 int check(const QStringList& arguments)
 {
-    CommandLine line(QStringLiteral("Reads lists and checks them. Tells each fault with the place of what it is in and "
-                                    "goes on with the next;\nthe exit status is 1 if there was any."),
-                     {QStringLiteral("velmara check memoryscan.xml targets.packed"),
-                      QStringLiteral("velmara check --type Suppress suppress.csv")});
+    CommandLine line(
+        QStringLiteral("Reads lists and checks them. Tells the first fault of each record with its place, and "
+                       "all cells of CSV that\ncannot be read as they stand; the exit status is 1 if there "
+                       "was any. A row of CSV that is no entry ends it."),
+        {QStringLiteral("velmara check memoryscan.xml targets.packed"),
+         QStringLiteral("velmara check --type Suppress suppress.csv")});
     line.addArgument(QStringLiteral("FILE"), QStringLiteral("The files to check."), QStringLiteral("FILE..."));
     line.addInputOptions();
     return line.run(arguments, [&] {

@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <unistd.h>
+
 #include <new>
 
 using namespace Velmara;
@@ -27,6 +29,7 @@ CommandLine::CommandLine(const QString& description, const QStringList& examples
     for (const QString& example : examples)
         text += QStringLiteral("\n  ") + example;
     m_parser.setApplicationDescription(text);
+    m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     m_parser.addOption({{QStringLiteral("h"), help}, QStringLiteral("Shows this.")});
 }
 
@@ -84,7 +87,10 @@ void CommandLine::report(const TallyFormException& failure) { tell(describe(fail
 
 QStringList CommandLine::values(const QString& option) const
 {
-    return value(option).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    QStringList values = value(option).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (QString& value : values)
+        value = value.trimmed();
+    return values;
 }
 
 QStringList CommandLine::files(int least, int most) const
@@ -97,32 +103,57 @@ QStringList CommandLine::files(int least, int most) const
     return files;
 }
 
-ListFile CommandLine::input(const QString& path) const
+ListFile CommandLine::input(const QString& path)
 {
-    const ListFile file{path == QLatin1String("-") ? QStringLiteral("/dev/stdin") : path, form(path, from), listType()};
-    if (file.form == Form::Csv && file.type == ListType::Invalid)
-        throw UsageError(QStringLiteral("CSV needs --type: one of %1.").arg(listTypes()));
+    ListFile file = listFile(path, from, QStringLiteral("standard input"));
+    if (file.isStream())
+        file.path = copyOfStandardInput();
     return file;
 }
 
 ListFile CommandLine::output(const QString& path) const
 {
-    const ListFile file{path == QLatin1String("-") ? QStringLiteral("/dev/stdout") : path, form(path, to), listType()};
+    return listFile(path, to, QStringLiteral("standard output"));
+}
+
+ListFile CommandLine::listFile(const QString& path, const QString& option, const QString& stream) const
+{
+    const bool isStream = path == QLatin1String("-");
+    ListFile file{path, isStream ? stream : path, {}, listType()};
+    file.form = form(file, option);
     if (file.form == Form::Csv && file.type == ListType::Invalid)
-        throw UsageError(QStringLiteral("CSV needs --type: one of %1.").arg(listTypes()));
+        throw UsageError(QStringLiteral("CSV needs --type, as --type MemoryScan."));
     return file;
 }
 
-Form CommandLine::form(const QString& path, const QString& option) const
+/// A file, since a command may read it more than once.
+QString CommandLine::copyOfStandardInput()
 {
-    const bool isNamed = isSet(option);
-    const QString name = isNamed ? value(option) : QFileInfo(path).suffix();
-    if (const auto form = formNamed(name))
+    if (m_standardInput)
+        throw UsageError(QStringLiteral("standard input can only be read once."));
+    m_standardInput = std::make_unique<QTemporaryFile>();
+    QFile input;
+    bool isGood = m_standardInput->open() && input.open(STDIN_FILENO, QIODevice::ReadOnly);
+    constexpr qint64 portion = 1 << 20;
+    for (QByteArray bytes = input.read(portion); isGood && !bytes.isEmpty(); bytes = input.read(portion))
+        isGood = m_standardInput->write(bytes) == bytes.size();
+    if (!isGood || !m_standardInput->flush())
+        throw TallyException(QStringLiteral("standard input: %1").arg(m_standardInput->errorString()));
+    return m_standardInput->fileName();
+}
+
+Form CommandLine::form(const ListFile& file, const QString& option) const
+{
+    const auto told = formNamed(value(option));
+    if (isSet(option) && !told)
+        throw UsageError(QStringLiteral("there is no form '%1'; try csv, xml, tagged or packed.").arg(value(option)));
+    if (const auto form = formNamed(QFileInfo(file.path).suffix()))
         return *form;
-    if (isNamed)
-        throw UsageError(QStringLiteral("there is no form '%1'; try csv, xml, tagged or packed.").arg(name));
-    throw UsageError(QStringLiteral("%1: the extension must be .csv, .xml, .tagged or .packed, or --%2 tell the form.")
-                         .arg(path, option));
+    if (told)
+        return *told;
+    throw UsageError(
+        QStringLiteral("%1: --%2 must tell the form if no extension (.csv, .xml, .tagged or .packed) does.")
+            .arg(file.name, option));
 }
 
 ListType CommandLine::listType() const

@@ -3,8 +3,10 @@
 #include "listfile.h"
 
 #include <QCommandLineParser>
+#include <QTemporaryFile>
 
 #include <functional>
+#include <memory>
 
 /// A command line that does not say what is to be done.
 class UsageError : public TALLYFORM::TallyException
@@ -43,15 +45,18 @@ public:
     QStringList values(const QString& option) const;
     /// The arguments that are no options. Throws UsageError if they are too few or too many.
     QStringList files(int least, int most) const;
-    /// A file to read. Throws UsageError.
-    ListFile input(const QString& path) const;
+    /// A file to read; of standard input, a copy. Throws UsageError.
+    ListFile input(const QString& path);
     /// A file to write. Throws UsageError.
     ListFile output(const QString& path) const;
 
 private:
-    /// The form that an option names, else that of the path's extension.
-    Form form(const QString& path, const QString& option) const;
+    ListFile listFile(const QString& path, const QString& option, const QString& stream) const;
+    /// The form that the path's extension tells, else an option.
+    Form form(const ListFile& file, const QString& option) const;
+    QString copyOfStandardInput();
     Velmara::FrequencyStoreListHelper::ListType listType() const;
 
     QCommandLineParser m_parser;
+    std::unique_ptr<QTemporaryFile> m_standardInput;
 };

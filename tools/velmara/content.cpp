@@ -21,6 +21,14 @@ QString at(const QString& path, const MemberDescription& member, int place)
     return member.isList ? QStringLiteral("%1[%2]").arg(path).arg(place + 1) : path;
 }
 
+void addTexts(const MemberDescription& member, const TALLYFORM::ITallyObject& record, const QString& path,
+              QVector<MemberValue>& values)
+{
+    int place = 0;
+    for (const QString& text : member.texts(record))
+        values += {at(path, member, place++), visible(text.trimmed()), &member};
+}
+
 void addValues(const TALLYFORM::ITallyObject& record, const QString& path, QVector<MemberValue>& values)
 {
     for (const MemberDescription& member : DescriptionOf(record).members) {
@@ -28,8 +36,7 @@ void addValues(const TALLYFORM::ITallyObject& record, const QString& path, QVect
         int place = 0;
         for (const TALLYFORM::ITallyObject* child : member.children(record))
             addValues(*child, at(own, member, place++), values);
-        for (const QString& text : member.texts(record))
-            values += {at(own, member, place++), visible(text.trimmed()), &member};
+        addTexts(member, record, own, values);
     }
 }
 
@@ -50,6 +57,23 @@ QVector<MemberValue> valuesOf(const TALLYFORM::ITallyObject& record)
     QVector<MemberValue> values;
     addValues(record, {}, values);
     return values;
+}
+
+QVector<MemberValue> headingOf(const TALLYFORM::ITallyObject& list)
+{
+    QVector<MemberValue> values;
+    for (const MemberDescription& member : DescriptionOf(list).members)
+        addTexts(member, list, member.name, values);
+    return values;
+}
+
+const QString rangeStartPath = QStringLiteral("ShortTime_Settings/Range/StartFreq"),
+              rangeStopPath = QStringLiteral("ShortTime_Settings/Range/StopFreq");
+
+QStringList frequencyPaths()
+{
+    return {QStringLiteral("Frequency"), QStringLiteral("FFM_Settings/Frequency"),
+            QStringLiteral("ShortTime_Settings/Frequency")};
 }
 
 QStringList pathsOf(const RecordDescription& description)
@@ -75,6 +99,6 @@ QStringList pathsNamed(const QString& name, const RecordDescription& description
         if (path.endsWith(QLatin1Char('/') + name))
             named += path;
     if (named.isEmpty())
-        throw UsageError(QStringLiteral("an entry has no '%1'.").arg(name));
+        throw UsageError(QStringLiteral("an entry has no value '%1'.").arg(name));
     return named;
 }

@@ -13,11 +13,28 @@ struct MemberValue
 /// All values that are set in a record and below it. The content of an element goes by the path of the element.
 QVector<MemberValue> valuesOf(const TALLYFORM::ITallyObject& record);
 
+/// Those of a list itself, without its records.
+QVector<MemberValue> headingOf(const TALLYFORM::ITallyObject& list);
+
+/// "path=text" on a line for each value whose path passes; null if none does.
+template <class Passes> QString textOf(const QVector<MemberValue>& values, const Passes& passes)
+{
+    QString text;
+    for (const MemberValue& value : values)
+        if (passes(value.path))
+            text += value.path + QLatin1Char('=') + value.text + QLatin1Char('\n');
+    return text;
+}
+
+/// Where an entry or a detection result may have a frequency of its own, and the ends of a range.
+QStringList frequencyPaths();
+extern const QString rangeStartPath, rangeStopPath;
+
 /// The paths that the values of such records may have, without the places in lists.
 QStringList pathsOf(const Velmara::RecordDescription& description);
 
 /// A path without the places in lists.
 QString withoutPlaces(const QString& path);
 
-/// The paths that a name stands for: those that end in it. Throws UsageError for a name that is none.
+/// The paths that a name stands for: those that end in it. Throws UsageError for a name that is that of no value.
 QStringList pathsNamed(const QString& name, const Velmara::RecordDescription& description);

@@ -22,8 +22,8 @@ int convert(const QStringList& arguments)
         FrequencyStoreListHelper helper;
         readList(in, helper);
         writeList(out, helper);
-        if (files[1] != QLatin1String("-"))
-            print(QStringLiteral("%1: %2 -> %3\n").arg(countIn(helper), files[0], files[1]));
+        if (!out.isStream())
+            print(QStringLiteral("%1: %2 -> %3\n").arg(countIn(helper), in.name, out.name));
         return CommandLine::Done;
     });
 }

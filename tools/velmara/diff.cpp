@@ -18,22 +18,25 @@ struct Entry
     QVector<MemberValue> values;
 };
 
-QVector<Entry> entriesOf(const ListFile& file)
+struct List
+{
+    QVector<MemberValue> heading;
+    QVector<Entry> entries;
+};
+
+List listOf(const ListFile& file)
 {
     FrequencyStoreListHelper helper;
     readList(file, helper);
-    QVector<Entry> entries;
+    List list{headingOf(listIn(helper)), {}};
     for (const ITallyObject* entry : entriesIn(helper))
-        entries += {entries.size() + 1, valuesOf(*entry)};
-    return entries;
+        list.entries += {list.entries.size() + 1, valuesOf(*entry)};
+    return list;
 }
 
 QString contentOf(const QVector<MemberValue>& values)
 {
-    QString content;
-    for (const MemberValue& value : values)
-        content += value.path + QLatin1Char('=') + value.text + QLatin1Char('\n');
-    return content;
+    return textOf(values, [](const QString&) { return true; });
 }
 
 struct Pair
@@ -73,7 +76,7 @@ template <class TextOf> QVector<Pair> takePairs(QVector<Entry>& left, QVector<En
 void printAll(const QVector<Entry>& entries, const QString& sign, Colour colour)
 {
     for (const Entry& entry : entries)
-        print(coloured(QStringLiteral("%1 %2: %3").arg(sign).arg(entry.number).arg(labelOf(entry.values)), colour)
+        print(coloured(sign + QStringLiteral(" %1: ").arg(entry.number) + labelOf(entry.values), colour)
               + QLatin1Char('\n'));
 }
 
@@ -83,24 +86,32 @@ QString textAt(const QVector<MemberValue>& values, const QString& path)
     return found == values.end() ? QStringLiteral("(not set)") : found->text;
 }
 
-void printChange(const Pair& pair)
+/// The values that differ, a line each.
+void printDifferences(const QVector<MemberValue>& left, const QVector<MemberValue>& right)
 {
-    print(coloured(QStringLiteral("~ %1 -> %2: %3")
-                       .arg(pair.left.number)
-                       .arg(pair.right.number)
-                       .arg(labelOf(pair.left.values)),
-                   Colour::Yellow)
-          + QLatin1Char('\n'));
     QStringList paths;
-    for (const auto& values : {pair.left.values, pair.right.values})
+    for (const auto& values : {left, right})
         for (const MemberValue& value : values)
             if (!paths.contains(value.path))
                 paths += value.path;
     for (const QString& path : qAsConst(paths)) {
-        const QString before = textAt(pair.left.values, path), after = textAt(pair.right.values, path);
+        const QString before = textAt(left, path), after = textAt(right, path);
         if (before != after)
             print(QStringLiteral("    %1: %2 -> %3\n").arg(path, before, after));
     }
+}
+
+void printChange(const QString& what)
+{
+    print(coloured(QStringLiteral("~ ") + what, Colour::Yellow) + QLatin1Char('\n'));
+}
+
+void printChange(const Pair& pair)
+{
+    printChange(
+        QStringLiteral("%1 -> %2: %3")
+            .arg(QString::number(pair.left.number), QString::number(pair.right.number), labelOf(pair.left.values)));
+    printDifferences(pair.left.values, pair.right.values);
 }
 
 const RecordDescription& entryDescription(const ListFile& file)
@@ -113,17 +124,23 @@ const RecordDescription& entryDescription(const ListFile& file)
 /// Whether there is a difference.
 bool printDifferences(const ListFile& a, const ListFile& b, const Identity& identity)
 {
-    QVector<Entry> left = entriesOf(a), right = entriesOf(b);
-    takePairs(left, right, contentOf);
-    const QVector<Pair> changed
-        = takePairs(left, right, [&](const QVector<MemberValue>& values) { return identity.of(values); });
-    const bool isDifferent = !left.isEmpty() || !right.isEmpty() || !changed.isEmpty();
-    if (isDifferent)
-        print(coloured(QStringLiteral("--- %1\n+++ %2\n").arg(a.path, b.path), Colour::Bold));
-    printAll(left, QStringLiteral("-"), Colour::Red);
-    std::for_each(changed.begin(), changed.end(), printChange);
-    printAll(right, QStringLiteral("+"), Colour::Green);
-    return isDifferent;
+    List left = listOf(a), right = listOf(b);
+    takePairs(left.entries, right.entries, contentOf);
+    const QVector<Pair> changed = takePairs(left.entries, right.entries,
+                                            [&](const QVector<MemberValue>& values) { return identity.of(values); });
+    const bool isHeadingChanged = contentOf(left.heading) != contentOf(right.heading);
+    if (!isHeadingChanged && left.entries.isEmpty() && right.entries.isEmpty() && changed.isEmpty())
+        return false;
+    print(coloured(QStringLiteral("--- %1\n+++ %2\n").arg(a.name, b.name), Colour::Bold));
+    if (isHeadingChanged) {
+        printChange(QStringLiteral("the list"));
+        printDifferences(left.heading, right.heading);
+    }
+    printAll(left.entries, QStringLiteral("-"), Colour::Red);
+    for (const Pair& pair : changed)
+        printChange(pair);
+    printAll(right.entries, QStringLiteral("+"), Colour::Green);
+    return true;
 }
 
 } // namespace
@@ -133,8 +150,8 @@ int diff(const QStringList& arguments)
     constexpr int trouble = 2; // as diff has it
     CommandLine line(
         QStringLiteral("Tells which entries are only in A (-), only in B (+), or changed (~), and their "
-                       "members that differ.\nThe order of the entries does not count. The exit status "
-                       "is 0 if there is no difference, 1 if there is, 2 for trouble."),
+                       "members that differ.\nValues are compared as show writes them; the order of the entries does "
+                       "not count. The exit status is 0 if there\nis no difference, 1 if there is, 2 for trouble."),
         {QStringLiteral("velmara diff yesterday.xml today.xml"),
          QStringLiteral("velmara diff memoryscan.csv memoryscan.packed --type MemoryScan --by ChannelNo")});
     line.addArgument(QStringLiteral("A"), QStringLiteral("A list."), QStringLiteral("A"));

@@ -3,8 +3,6 @@
 namespace {
 
 const QString by = QStringLiteral("by");
-const QString frequencies = QStringLiteral("FFM_Settings/Frequency,ShortTime_Settings/Frequency,"
-                                           "ShortTime_Settings/Range/StartFreq,ShortTime_Settings/Range/StopFreq");
 
 } // namespace
 
@@ -22,34 +20,23 @@ Identity::Identity(const CommandLine& line, const Velmara::RecordDescription& en
     for (const QString& name : names)
         m_paths += pathsNamed(name, entry);
     if (names.isEmpty())
-        m_paths = entry.name == QLatin1String("DetectionResult") ? QStringList(QStringLiteral("Frequency"))
-                                                                 : frequencies.split(QLatin1Char(','));
+        m_paths = frequencyPaths() << rangeStartPath << rangeStopPath;
 }
 
 QString Identity::of(const QVector<MemberValue>& values) const
 {
-    QString identity;
-    for (const MemberValue& value : values)
-        if (m_paths.contains(withoutPlaces(value.path)))
-            identity += value.path + QLatin1Char('=') + value.text + QLatin1Char('\n');
-    return identity;
+    return textOf(values, [this](const QString& path) { return m_paths.contains(withoutPlaces(path)); });
 }
 
 QString labelOf(const QVector<MemberValue>& values)
 {
-    static const QStringList telling{
-        QStringLiteral("Frequency"),
-        QStringLiteral("FFM_Settings/Frequency"),
-        QStringLiteral("ShortTime_Settings/Range/StartFreq"),
-        QStringLiteral("ShortTime_Settings/Range/StopFreq"),
-        QStringLiteral("FFM_Settings/AnalogDemod"),
-        QStringLiteral("Type"),
-        QStringLiteral("Comment"),
-    };
+    static const QStringList telling = frequencyPaths()
+                                    << rangeStartPath << rangeStopPath << QStringLiteral("FFM_Settings/AnalogDemod")
+                                    << QStringLiteral("Type") << QStringLiteral("Comment");
     QStringList label;
     for (const QString& path : telling)
         for (const MemberValue& value : values)
-            if (value.path == path)
+            if (withoutPlaces(value.path) == path)
                 label += value.text;
     return label.join(QStringLiteral(", "));
 }

@@ -7,6 +7,7 @@
 
 #include <QDataStream>
 #include <QFile>
+#include <QTemporaryDir>
 
 using namespace TALLYFORM;
 using namespace Velmara;
@@ -52,7 +53,12 @@ QByteArray bytesOf(const QString& path)
 template <class List> bool readPacked(const QString& path, List& list)
 {
     QDataStream stream(bytesOf(path));
-    list.SetVersionSpecificBinaryWithoutValidation(stream);
+    try {
+        list.SetVersionSpecificBinaryWithoutValidation(stream);
+    } catch (const TallyFormException&) {
+        if (stream.status() == QDataStream::Ok)
+            throw;
+    }
     if (stream.status() != QDataStream::Ok || !stream.atEnd())
         throw BinaryParsingException(QStringLiteral("This is no packed list, or a damaged one."));
     return true;
@@ -79,16 +85,48 @@ void warn(const QStringList& warnings)
         tell(QStringLiteral("warning: ") + warning);
 }
 
-void readCsv(const QString& path, FrequencyStoreListHelper& helper)
+QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper)
 {
     ImportReport report;
     LoadWhole(helper.GetFrequencyStoreList(), [&](FrequencyStoreList& fresh) {
-        report = FileHandling().ReadCSV(path, fresh, std::as_const(helper).GetListType());
+        report = FileHandling().ReadCSV(file.path, fresh, std::as_const(helper).GetListType());
         return report.isComplete;
     });
-    warn(warningsOf(path, report));
-    if (!report.isComplete)
-        throw TallyException(describe(path, report));
+    const QStringList warnings = warningsOf(file.name, report);
+    if (report.isComplete)
+        return warnings;
+    warn(warnings);
+    throw TallyException(describe(file.path, report));
+}
+
+QStringList read(const ListFile& file, FrequencyStoreListHelper& helper)
+{
+    if (file.type == ListType::DetectionResult)
+        readRecord(file, helper.GetDetectionResultList());
+    else if (file.form == Form::Csv)
+        return readCsv(file, helper);
+    else
+        readRecord(file, helper.GetFrequencyStoreList());
+    return {};
+}
+
+/// What to do about a list of the other kind.
+QString adviceFor(const QString& message)
+{
+    if (message.endsWith(QLatin1String("'DetectionResultList', not 'FrequencyStoreList'.")))
+        return QStringLiteral(" Read it with --type DetectionResult.");
+    if (message.endsWith(QLatin1String("'FrequencyStoreList', not 'DetectionResultList'.")))
+        return QStringLiteral(" It holds entries, not --type DetectionResult.");
+    return {};
+}
+
+/// A failure as it concerns the file that the operator named.
+TallyException failureOf(const TallyFormException& failure, const QString& path, const QString& name)
+{
+    QString message = describe(failure);
+    if (!message.contains(path))
+        message = name + QStringLiteral(": ") + message;
+    return TallyException(message.replace(path, name) + adviceFor(message));
 }
 
 QByteArray packedForm(const FrequencyStoreList& list)
@@ -99,17 +137,10 @@ QByteArray packedForm(const FrequencyStoreList& list)
     return bytes;
 }
 
-void writeBytes(const QString& path, const QByteArray& bytes)
-{
-    QString reason;
-    if (SaveFile(path, bytes, reason) != SaveResult::Saved)
-        throw TallyException(QStringLiteral("%1: %2").arg(path, reason));
-}
-
 void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
 {
     if (list.GetFrequencyStoreEntry().isEmpty())
-        throw TallyException(QStringLiteral("%1: a list without entries can only be written as CSV.").arg(path));
+        throw TallyException(QStringLiteral("a list without entries can only be written as CSV."));
     switch (form) {
     case Form::Xml: demand(list, [&] { return list.SaveXml(path); }); break;
     case Form::Tagged: writeBytes(path, list.GetBinaryRepresentationAsQByteArray()); break;
@@ -117,12 +148,25 @@ void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
     }
 }
 
-void writeCsv(const QString& path, FrequencyStoreListHelper& helper)
+void writeCsv(const QString& path, const QString& name, FrequencyStoreListHelper& helper)
 {
     const ExportReport report = FileHandling().WriteCSV(path, helper);
     if (!report.isComplete)
         throw TallyException(report.error);
-    warn(warningsOf(path, report));
+    warn(warningsOf(name, report));
+}
+
+void writeTo(const QString& path, const ListFile& file, FrequencyStoreListHelper& helper)
+{
+    try {
+        if (file.form == Form::Csv)
+            return writeCsv(path, file.name, helper);
+        if (helper.GetListType() == ListType::DetectionResult)
+            DetectionResultHelper(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
+        writeRecord(path, file.form, helper.GetFrequencyStoreList());
+    } catch (const TallyFormException& failure) {
+        throw failureOf(failure, path, file.name);
+    }
 }
 
 } // namespace
@@ -135,33 +179,38 @@ std::optional<Form> formNamed(const QString& name)
     return form < 0 ? std::nullopt : std::optional(Form(form));
 }
 
-void readList(const ListFile& file, FrequencyStoreListHelper& helper)
+void readList(const ListFile& file, FrequencyStoreListHelper& helper) { warn(loadList(file, helper)); }
+
+QStringList loadList(const ListFile& file, FrequencyStoreListHelper& helper)
 {
-    const Progress progress(QStringLiteral("reading ") + file.path);
+    const Progress progress(QStringLiteral("reading ") + file.name);
     if (file.type != ListType::Invalid)
         helper.SetListType(file.type);
     try {
-        if (file.type == ListType::DetectionResult)
-            readRecord(file, helper.GetDetectionResultList());
-        else if (file.form == Form::Csv)
-            readCsv(file.path, helper);
-        else
-            readRecord(file, helper.GetFrequencyStoreList());
-    } catch (TallyFormException& failure) {
-        if (failure.GetOrigin().isEmpty() && !failure.GetMessage().contains(file.path))
-            failure.SetOrigin(file.path);
-        throw;
+        return read(file, helper);
+    } catch (const TallyFormException& failure) {
+        throw failureOf(failure, file.path, file.name);
     }
 }
 
 void writeList(const ListFile& file, FrequencyStoreListHelper& helper)
 {
-    const Progress progress(QStringLiteral("writing ") + file.path);
-    if (file.form == Form::Csv)
-        return writeCsv(file.path, helper);
-    if (helper.GetListType() == ListType::DetectionResult)
-        DetectionResultHelper(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
-    writeRecord(file.path, file.form, helper.GetFrequencyStoreList());
+    const Progress progress(QStringLiteral("writing ") + file.name);
+    if (!file.isStream())
+        return writeTo(file.path, file, helper);
+    const QTemporaryDir folder; // standard output is to get all or nothing, too
+    const QString path = folder.filePath(QStringLiteral("list"));
+    writeTo(path, file, helper);
+    print(bytesOf(path));
+}
+
+void writeBytes(const QString& path, const QByteArray& bytes)
+{
+    QString reason;
+    if (path == QLatin1String("-"))
+        print(bytes);
+    else if (SaveFile(path, bytes, reason) != SaveResult::Saved)
+        throw TallyException(QStringLiteral("%1: %2").arg(path, reason));
 }
 
 const ITallyObject& listIn(const FrequencyStoreListHelper& helper)

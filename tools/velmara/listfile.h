@@ -13,18 +13,25 @@ std::optional<Form> formNamed(const QString& name);
 /// A file with a list, as the command line tells it.
 struct ListFile
 {
-    QString path;
+    QString path; ///< "-" for standard output
+    QString name; ///< what the operator calls it
     Form form;
     Velmara::FrequencyStoreListHelper::ListType type; ///< Invalid where nobody told it
+
+    bool isStream() const { return path == QLatin1String("-"); }
 };
 
 /// Reads and checks a list of store entries, or of detection results for that list type, into the helper; warns of what
 /// is not as it should be. Throws TallyFormException, which tells the place in the file where it is known.
 void readList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
+/// The same, but gives the warnings.
+QStringList loadList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
 
-/// Writes the list; detection results become store entries in all forms but CSV. Warns of what the form cannot carry.
-/// Throws TallyFormException; a file that was there then stays as it was.
+/// Writes the list; detection results become store entries in all forms but CSV. Warns of what a reader will not get
+/// back. Throws TallyFormException; a file that was there then stays as it was, and standard output gets nothing.
 void writeList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
+/// Writes a file, or to standard output for "-". Throws as above.
+void writeBytes(const QString& path, const QByteArray& bytes);
 
 /// The list that a helper holds.
 const TALLYFORM::ITallyObject& listIn(const Velmara::FrequencyStoreListHelper& helper);

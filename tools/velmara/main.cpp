@@ -68,7 +68,7 @@ int main(int argc, char** argv)
             return run(command, argc - 1, argv + 1);
     if (const QString text = answer(word); !text.isNull()) {
         std::fputs(text.toUtf8().constData(), stdout);
-        return 0;
+        return std::fflush(stdout) == 0 ? 0 : 1;
     }
     if (!word.isEmpty())
         tell(QStringLiteral("there is no command '%1'.\n").arg(word));

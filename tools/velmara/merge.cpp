@@ -23,37 +23,54 @@ public:
     {
         FrequencyStoreListHelper helper;
         readList(file, helper);
-        if (m_joined.GetListType() == ListType::Invalid && file.type != ListType::Invalid)
-            m_joined.SetListType(file.type);
         FrequencyStoreList& list = helper.GetFrequencyStoreList();
+        if (m_isFirst)
+            begin(file, list);
+        m_isFirst = false;
         int number = 0;
         for (const FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
-            addEntry(entry, QStringLiteral("%1, entry %2").arg(file.path).arg(++number));
+            addEntry(entry, file.name + QStringLiteral(", entry %1").arg(++number));
     }
 
     FrequencyStoreListHelper& joined() { return m_joined; }
-    int dropped() const { return m_dropped; }
+    /// A line for each entry that was dropped.
+    const QStringList& dropped() const { return m_dropped; }
 
 private:
+    struct Kept
+    {
+        QString place;
+        FrequencyStoreEntry entry;
+    };
+
+    /// What the first list says of itself holds for all.
+    void begin(const ListFile& file, const FrequencyStoreList& list)
+    {
+        if (file.type != ListType::Invalid)
+            m_joined.SetListType(file.type);
+        m_joined.GetFrequencyStoreList() = list;
+        m_joined.GetFrequencyStoreList().ResetFrequencyStoreEntry();
+    }
+
     void addEntry(const FrequencyStoreEntry& entry, const QString& place)
     {
         const QVector<MemberValue> values = valuesOf(entry);
         const QString identity = m_identity.of(values);
-        if (m_places.contains(identity)) {
-            print(QStringLiteral("%1: dropped, the same as %2: %3\n")
-                      .arg(place, m_places.value(identity), labelOf(values)));
-            ++m_dropped;
+        if (const auto kept = m_kept.constFind(identity); kept != m_kept.constEnd()) {
+            const QString how = kept->entry == entry ? QStringLiteral("the same as") : QStringLiteral("though unlike");
+            m_dropped += QStringLiteral("%1: dropped, %2 %3: %4").arg(place, how, kept->place, labelOf(values));
             return;
         }
         if (!identity.isEmpty())
-            m_places.insert(identity, place);
+            m_kept.insert(identity, {place, entry});
         m_joined.GetFrequencyStoreList().AppendFrequencyStoreEntry(entry);
     }
 
     const Identity& m_identity;
     FrequencyStoreListHelper m_joined;
-    QHash<QString, QString> m_places;
-    int m_dropped = 0;
+    bool m_isFirst = true;
+    QHash<QString, Kept> m_kept;
+    QStringList m_dropped;
 };
 
 } // namespace
@@ -61,9 +78,10 @@ private:
 int merge(const QStringList& arguments)
 {
     CommandLine line(
-        QStringLiteral("Joins the entries of lists. Of entries that are the same, the first stays, and the "
-                       "others are told."),
+        QStringLiteral("Joins the entries of lists under the heading of the first. Of entries that are equal in "
+                       "their frequency, or in\nwhat --by names, the first stays, and the others are told."),
         {QStringLiteral("velmara merge all.xml north.xml south.packed"),
+         QStringLiteral("velmara merge all.csv a.csv b.csv --type DetectionConventional --by Frequency,StartTime"),
          QStringLiteral("velmara merge all.csv a.csv b.csv --type MemoryScan --by Frequency,Antenna")});
     line.addArgument(QStringLiteral("OUT"), QStringLiteral("The file to write; left alone if anything fails."),
                      QStringLiteral("OUT"));
@@ -81,10 +99,12 @@ int merge(const QStringList& arguments)
         for (const QString& file : files.mid(1))
             joiner.add(line.input(file));
         writeList(out, joiner.joined());
-        if (files.first() != QLatin1String("-"))
-            print(QStringLiteral("%1: %2, %3 dropped\n")
-                      .arg(files.first(), countIn(joiner.joined()))
-                      .arg(joiner.dropped()));
+        for (const QString& dropped : joiner.dropped())
+            out.isStream() ? tell(dropped) : print(dropped + QLatin1Char('\n'));
+        if (!out.isStream())
+            print(out.name
+                  + QStringLiteral(": %1, %2 dropped\n")
+                        .arg(countIn(joiner.joined()), QString::number(joiner.dropped().size())));
         return CommandLine::Done;
     });
 }

@@ -1,5 +1,7 @@
 #include "messages.h"
 
+#include "terminal.h"
+
 using namespace TALLYFORM;
 using namespace Velmara;
 
@@ -8,9 +10,7 @@ namespace {
 QString quoted(const QString& text)
 {
     constexpr int limit = 60;
-    const QString line = text.simplified();
-    return QLatin1Char('\'') + (line.size() > limit ? line.left(limit) + QStringLiteral("...") : line)
-         + QLatin1Char('\'');
+    return QStringLiteral("'%1'").arg(visible(shortened(text, limit)));
 }
 
 QString placeOf(const QString& file, const CsvCell& cell)
@@ -40,7 +40,7 @@ QStringList warningsAt(const QString& file, const QVector<CsvCell>& cells, QStri
     for (const CsvCell& cell : cells.mid(0, limit))
         warnings += placeOf(file, cell) + textOf(cell);
     if (cells.size() > limit)
-        warnings += QStringLiteral("%1: the same in %2 more places.").arg(file).arg(cells.size() - limit);
+        warnings += file + QStringLiteral(": the same in %1 more places.").arg(cells.size() - limit);
     return warnings;
 }
 
@@ -61,6 +61,8 @@ QString describe(const QString& file, const ImportReport& report)
 QStringList warningsOf(const QString& file, const ImportReport& report)
 {
     QStringList warnings;
+    if (report.isMisencoded)
+        warnings += file + QStringLiteral(": not all of it is in UTF-8; what is not became U+FFFD.");
     if (report.emptyLine > 0)
         warnings += placeOf(file, {report.emptyLine, {}, {}})
                   + QStringLiteral("the data end at this empty line; what stands behind it was not read.");

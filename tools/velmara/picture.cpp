@@ -1,6 +1,7 @@
 #include "picture.h"
 
 #include "scale.h"
+#include "terminal.h"
 
 #include <QHash>
 #include <QXmlStreamWriter>
@@ -17,7 +18,7 @@ constexpr int mostLabelledLanes = 32;
 const char* const colours[] = {"#0072b2", "#e69f00", "#009e73", "#cc79a7", "#56b4e9", "#d55e00", "#8c6d31", "#882255"};
 const char* const otherColour = "#9a9a9a";
 
-enum class Side { None, Left, Right };
+enum class Side { None, Left, Right, Within };
 
 struct Placed
 {
@@ -48,7 +49,7 @@ int stack(QVector<Placed>& bars, bool areLabelled)
     return ends.size();
 }
 
-/// Labels the bars beside which their lane is free for long enough, to the right if possible.
+/// Labels the bars beside which their lane is free for long enough, to the right if possible, and the long ones within.
 void labelWhereThereIsRoom(QVector<Placed>& bars, int lanes)
 {
     QVector<double> next(lanes, plotWidth), last(lanes, 0);
@@ -61,6 +62,8 @@ void labelWhereThereIsRoom(QVector<Placed>& bars, int lanes)
         double& end = last[placed.lane];
         if (placed.label == Side::None && placed.left - labelWidth(placed) >= end)
             placed.label = Side::Left;
+        else if (placed.label == Side::None && placed.right - placed.left >= labelWidth(placed))
+            placed.label = Side::Within;
         end = placed.right + (placed.label == Side::Right ? labelWidth(placed) : 0);
     }
 }
@@ -68,14 +71,14 @@ void labelWhereThereIsRoom(QVector<Placed>& bars, int lanes)
 class Drawing
 {
 public:
-    Drawing(const QVector<Bar>& bars, const QString& title)
-        : m_scale(lowest(bars), highest(bars), plotWidth), m_svg(&m_bytes)
+    Drawing(const QVector<Bar>& bars, const QString& title, const QString& remark)
+        : m_scale(edgesOf(bars), plotWidth), m_svg(&m_text)
     {
         place(bars);
         group(bars);
         m_bottom = headRoom + m_lanes * m_laneHeight + gap;
         m_svg.writeStartDocument();
-        open(title, bars.size());
+        open(title, remark);
         drawAxis();
         for (const Placed& placed : qAsConst(m_placed))
             draw(placed);
@@ -83,19 +86,17 @@ public:
         m_svg.writeEndDocument();
     }
 
-    const QByteArray& bytes() const { return m_bytes; }
+    QByteArray bytes() const { return m_text.toUtf8(); }
 
 private:
     using Attribute = std::pair<const char*, QString>;
 
-    static double lowest(const QVector<Bar>& bars)
+    static QVector<double> edgesOf(const QVector<Bar>& bars)
     {
-        return std::min_element(bars.begin(), bars.end(), [](const Bar& a, const Bar& b) { return a.from < b.from; })
-            ->from;
-    }
-    static double highest(const QVector<Bar>& bars)
-    {
-        return std::max_element(bars.begin(), bars.end(), [](const Bar& a, const Bar& b) { return a.to < b.to; })->to;
+        QVector<double> edges;
+        for (const Bar& bar : bars)
+            edges << bar.from << bar.to;
+        return edges;
     }
 
     void place(const QVector<Bar>& bars)
@@ -141,9 +142,24 @@ private:
     }
     void text(double x, double y, const QString& content, const char* anchor = "start", double size = fontSize)
     {
-        start(
-            "text",
+        write(
+            content,
             {{"x", number(x)}, {"y", number(y)}, {"text-anchor", QLatin1String(anchor)}, {"font-size", number(size)}});
+    }
+    /// White with a dark seam, to be read on any colour.
+    void textOnColour(double x, double y, const QString& content)
+    {
+        write(content, {{"x", number(x)},
+                        {"y", number(y)},
+                        {"font-size", number(fontSize)},
+                        {"fill", QStringLiteral("#ffffff")},
+                        {"stroke", QStringLiteral("#222222")},
+                        {"stroke-width", number(1.2)},
+                        {"paint-order", QStringLiteral("stroke")}});
+    }
+    void write(const QString& content, std::initializer_list<Attribute> attributes)
+    {
+        start("text", attributes);
         m_svg.writeCharacters(content);
         m_svg.writeEndElement();
     }
@@ -153,7 +169,7 @@ private:
               {{"x", number(x)}, {"y", number(y)}, {"width", number(w)}, {"height", number(h)}, {"fill", colour}});
     }
 
-    void open(const QString& title, int count)
+    void open(const QString& title, const QString& remark)
     {
         const QString height = number(m_bottom + axisRoom);
         start("svg", {{"xmlns", QStringLiteral("http://www.w3.org/2000/svg")},
@@ -165,8 +181,7 @@ private:
         box(0, 0, width, m_bottom + axisRoom, QStringLiteral("#ffffff"));
         m_svg.writeEndElement();
         text(margin, 28, title, "start", 16);
-        text(width - margin, 28, count == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(count),
-             "end");
+        text(width - margin, 28, remark, "end");
     }
 
     void drawAxis()
@@ -203,16 +218,20 @@ private:
             text(margin + placed.right + gap, y + height - 2, bar.label);
         else if (placed.label == Side::Left)
             text(margin + placed.left - gap, y + height - 2, bar.label, "end");
+        else if (placed.label == Side::Within)
+            textOnColour(margin + placed.left + gap, y + height - 2, bar.label);
     }
 
     void drawLegend()
     {
+        constexpr int letters = 16;
+        constexpr double step = plotWidth / (std::size(colours) + 1);
         double x = margin;
         const auto add = [&](const QString& name, const QString& colour) {
             box(x, m_bottom + 40, 12, 12, colour);
             m_svg.writeEndElement();
-            text(x + 16, m_bottom + 50, name);
-            x += 16 + letterWidth * name.size() + 24;
+            text(x + 16, m_bottom + 50, shortened(name, letters));
+            x += step;
         };
         for (const QString& group : qAsConst(m_groups))
             add(group, colourOf(group));
@@ -227,10 +246,13 @@ private:
     int m_lanes = 0;
     double m_laneHeight = 0;
     double m_bottom = 0;
-    QByteArray m_bytes;
+    QString m_text;
     QXmlStreamWriter m_svg;
 };
 
 } // namespace
 
-QByteArray pictureOf(const QVector<Bar>& bars, const QString& title) { return Drawing(bars, title).bytes(); }
+QByteArray pictureOf(const QVector<Bar>& bars, const QString& title, const QString& remark)
+{
+    return Drawing(bars, title, remark).bytes();
+}

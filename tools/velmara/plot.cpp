@@ -4,8 +4,6 @@
 #include "scale.h"
 #include "terminal.h"
 
-#include <base/files.h>
-
 #include <QFileInfo>
 
 using namespace Velmara;
@@ -14,6 +12,8 @@ using namespace TALLYFORM;
 namespace {
 
 const QString output = QStringLiteral("output"), colourBy = QStringLiteral("colour-by");
+
+bool isOnAxis(double hertz) { return hertz >= 0 && hertz <= Scale::highestFrequency; }
 
 /// The first of some values that an entry has; null without one.
 QString first(const QVector<MemberValue>& values, const QStringList& paths)
@@ -27,49 +27,69 @@ QString first(const QVector<MemberValue>& values, const QStringList& paths)
 
 QString label(const QVector<MemberValue>& values, double frequency)
 {
-    const QString name
-        = first(values, {QStringLiteral("Comment"), QStringLiteral("ID"), QStringLiteral("Type")}).left(40);
-    return name.isEmpty() ? frequencyText(frequency) : frequencyText(frequency) + QStringLiteral(" ") + name;
+    constexpr int letters = 40;
+    const QString name = first(values, {QStringLiteral("Comment"), QStringLiteral("ID"), QStringLiteral("Type")});
+    return (frequencyText(frequency) + QLatin1Char(' ') + shortened(name, letters)).trimmed();
 }
 
 /// The ranges that an entry occupies: around its frequencies, or the one that it names.
 QVector<Bar> barsOf(const QVector<MemberValue>& values, const QStringList& groups)
 {
-    const QString from = first(values, {QStringLiteral("ShortTime_Settings/Range/StartFreq")});
-    const QString to = first(values, {QStringLiteral("ShortTime_Settings/Range/StopFreq")});
+    const QString from = first(values, {rangeStartPath}), to = first(values, {rangeStopPath});
     const QString group = first(values, groups);
     const QString groupName = group.isEmpty() ? QStringLiteral("(none)") : group;
-    if (!from.isNull() && !to.isNull())
-        return {{from.toDouble(), to.toDouble(), label(values, from.toDouble()), groupName}};
-    static const QStringList frequencies{QStringLiteral("Frequency"), QStringLiteral("FFM_Settings/Frequency"),
-                                         QStringLiteral("ShortTime_Settings/Frequency")};
-    const double half = first(values, {QStringLiteral("Bandwidth"), QStringLiteral("FFM_Settings/IFBandwidth"),
-                                       QStringLiteral("ShortTime_Settings/Bandwidth")})
-                            .toDouble()
-                      / 2;
     QVector<Bar> bars;
-    for (const MemberValue& value : values) {
-        const double frequency = value.text.toDouble();
-        if (frequencies.contains(withoutPlaces(value.path)) && qIsFinite(frequency))
-            bars += {frequency - half, frequency + half, label(values, frequency), groupName};
+    const auto add = [&](double frequency, double left, double right) {
+        if (isOnAxis(frequency) && isOnAxis(left) && isOnAxis(right))
+            bars += {left, right, label(values, frequency), groupName};
+    };
+    if (!from.isNull() && !to.isNull()) {
+        add(from.toDouble(), from.toDouble(), to.toDouble());
+        return bars;
+    }
+    const double bandwidth = first(values, {QStringLiteral("Bandwidth"), QStringLiteral("FFM_Settings/IFBandwidth"),
+                                            QStringLiteral("ShortTime_Settings/Bandwidth")})
+                                 .toDouble();
+    const double half = isOnAxis(bandwidth) ? bandwidth / 2 : 0;
+    const QStringList centres = frequencyPaths();
+    for (const MemberValue& value : values)
+        if (const double centre = value.text.toDouble(); centres.contains(withoutPlaces(value.path)))
+            add(centre, qMax(0., centre - half), qMin(centre + half, Scale::highestFrequency));
+    return bars;
+}
+
+struct Bars
+{
+    QVector<Bar> drawn;
+    int entriesWithout = 0; ///< a frequency that can be drawn
+};
+
+Bars barsIn(const FrequencyStoreListHelper& helper, const QStringList& groups)
+{
+    Bars bars;
+    for (const ITallyObject* entry : entriesIn(helper)) {
+        const QVector<Bar> own = barsOf(valuesOf(*entry), groups);
+        bars.drawn += own;
+        bars.entriesWithout += own.isEmpty();
     }
     return bars;
 }
 
-QVector<Bar> barsIn(const FrequencyStoreListHelper& helper, const QStringList& groups)
+QString remarkOn(const Bars& bars, const FrequencyStoreListHelper& helper)
 {
-    QVector<Bar> bars;
-    for (const ITallyObject* entry : entriesIn(helper))
-        bars += barsOf(valuesOf(*entry), groups);
-    return bars;
+    const QString count = countIn(helper);
+    return bars.entriesWithout == 0 ? count : count + QStringLiteral(", %1 not drawn").arg(bars.entriesWithout);
 }
 
-void save(const QString& path, const QByteArray& picture)
+/// Where the picture goes. Throws UsageError for what is more likely the list itself.
+QString targetOf(const CommandLine& line)
 {
-    QString reason;
-    const QString target = path == QLatin1String("-") ? QStringLiteral("/dev/stdout") : path;
-    if (SaveFile(target, picture, reason) != SaveResult::Saved)
-        throw TallyException(QStringLiteral("%1: %2").arg(path, reason));
+    const QString path = line.value(output);
+    if (path.isEmpty())
+        throw UsageError(QStringLiteral("-o is missing."));
+    if (formNamed(QFileInfo(path).suffix()))
+        throw UsageError(QStringLiteral("-o takes a picture, and '%1' is the name of a list.").arg(path));
+    return path;
 }
 
 } // namespace
@@ -88,16 +108,16 @@ int plot(const QStringList& arguments)
                   QStringLiteral("The member whose value decides on a bar's colour; Type, if not told."));
     return line.run(arguments, [&] {
         const ListFile file = line.input(line.files(1, 1).first());
-        if (!line.isSet(output))
-            throw UsageError(QStringLiteral("-o is missing."));
+        const QString target = targetOf(line);
         FrequencyStoreListHelper helper;
         readList(file, helper);
         const RecordDescription& entry = entriesMember(listIn(helper)).record();
         const QString group = line.isSet(colourBy) ? line.value(colourBy) : QStringLiteral("Type");
-        const QVector<Bar> bars = barsIn(helper, pathsNamed(group, entry));
-        if (bars.isEmpty())
-            throw TallyException(file.path + QStringLiteral(": there is no entry with a frequency."));
-        save(line.value(output), pictureOf(bars, QFileInfo(file.path).fileName()));
+        const Bars bars = barsIn(helper, pathsNamed(group, entry));
+        if (bars.drawn.isEmpty())
+            throw TallyException(file.name + QStringLiteral(": there is no entry with a frequency."));
+        const QString title = QFileInfo(file.name).fileName();
+        writeBytes(target, pictureOf(bars.drawn, title, remarkOn(bars, helper)));
         return CommandLine::Done;
     });
 }

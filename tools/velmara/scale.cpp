@@ -1,5 +1,6 @@
 #include "scale.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -18,25 +19,40 @@ double roundStep(double least)
 
 } // namespace
 
-Scale::Scale(double lowest, double highest, double pixels)
-    : m_isLogarithmic(lowest > 0 && highest / lowest > widestLinearRatio), m_lowest(lowest), m_highest(highest),
-      m_pixels(pixels)
+Scale::Scale(const QVector<double>& edges, double pixels) : m_pixels(pixels)
 {
+    constexpr double lowestFrequency = 1;
+    const auto [lowest, highest] = std::minmax_element(edges.begin(), edges.end());
+    m_lowest = *lowest;
+    m_highest = *highest;
+    double leastPositive = m_highest;
+    for (const double edge : edges)
+        if (edge >= lowestFrequency)
+            leastPositive = qMin(leastPositive, edge);
+    m_isLogarithmic = m_highest / leastPositive > widestLinearRatio;
     if (m_isLogarithmic) {
-        m_lowest /= 1.1;
+        m_lowest = leastPositive / 1.1;
         m_highest *= 1.1;
     } else {
-        const double margin = highest > lowest ? (highest - lowest) / 40 : qMax(1., std::fabs(highest) / 1000);
-        m_lowest -= margin;
-        m_highest += margin;
+        addMargin();
     }
+}
+
+void Scale::addMargin()
+{
+    constexpr double resolution = 1e-9; // of the highest frequency, so that neighbouring ticks differ
+    const double usual = m_highest > m_lowest ? (m_highest - m_lowest) / 40 : m_highest / 1000;
+    const double margin = qMax(usual, qMax(1., m_highest * resolution));
+    m_lowest = qMax(0., m_lowest - margin);
+    m_highest += margin;
 }
 
 double Scale::place(double frequency) const
 {
-    const double share = m_isLogarithmic ? std::log(frequency / m_lowest) / std::log(m_highest / m_lowest)
-                                         : (frequency - m_lowest) / (m_highest - m_lowest);
-    return qBound(0., share, 1.) * m_pixels;
+    const double bounded = qBound(m_lowest, frequency, m_highest);
+    const double share = m_isLogarithmic ? std::log(bounded / m_lowest) / std::log(m_highest / m_lowest)
+                                         : (bounded - m_lowest) / (m_highest - m_lowest);
+    return share * m_pixels;
 }
 
 QVector<Scale::Tick> Scale::ticks() const

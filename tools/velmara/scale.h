@@ -3,7 +3,8 @@
 #include <QString>
 #include <QVector>
 
-/// A frequency axis over so many pixels: logarithmic where the frequencies span more than a decade or so.
+/// A frequency axis over so many pixels: logarithmic where the frequencies span more than a decade or so. What lies
+/// beyond it stands at its end.
 class Scale
 {
 public:
@@ -13,13 +14,16 @@ public:
         QString label;
     };
 
-    /// Frequencies in hertz.
-    Scale(double lowest, double highest, double pixels);
+    /// `edges` are frequencies in hertz from 0 to `highestFrequency`, at least one.
+    Scale(const QVector<double>& edges, double pixels);
+
+    static constexpr double highestFrequency = 1e15;
 
     double place(double frequency) const;
     QVector<Tick> ticks() const;
 
 private:
+    void addMargin();
     QVector<double> linearTicks() const;
     QVector<double> decadeTicks() const;
 

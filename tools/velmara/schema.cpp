@@ -39,7 +39,7 @@ const Writer& chosenWriter(const CommandLine& line)
         chosen = &writer;
     }
     if (!chosen)
-        throw UsageError(QStringLiteral("say in which form."));
+        throw UsageError(QStringLiteral("say in which form: --xsd, --markdown or --json."));
     return *chosen;
 }
 

@@ -1,5 +1,5 @@
-/// The schema tells what the library writes while validation is on: elements in the order of the rows, and numbers and
-/// texts that it reads as what they say. It reads more than that, as docs/formats.md tells.
+/// The schema tells what the library writes while validation is on, with the elements in the order of the rows. The
+/// library reads more than that, as docs/formats.md tells.
 
 #include "schema.h"
 

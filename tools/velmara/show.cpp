@@ -18,12 +18,15 @@ using ListType = FrequencyStoreListHelper::ListType;
 
 namespace {
 
+const QString columns = QStringLiteral("columns"), all = QStringLiteral("all"), json = QStringLiteral("json");
+
 /// What an operator looks for first in a list of each type; columns without content are left out.
 QStringList usualColumns(ListType type)
 {
     static const QString entry
-        = QStringLiteral("FFM_Settings/Frequency,ShortTime_Settings/Range/StartFreq,ShortTime_Settings/Range/StopFreq,"
-                         "FFM_Settings/IFBandwidth,ShortTime_Settings/Bandwidth,FFM_Settings/AnalogDemod,Type,");
+        = QStringLiteral("FFM_Settings/Frequency,ShortTime_Settings/Frequency,ShortTime_Settings/Range/StartFreq,"
+                         "ShortTime_Settings/Range/StopFreq,FFM_Settings/IFBandwidth,ShortTime_Settings/"
+                         "Bandwidth,FFM_Settings/AnalogDemod,Type,");
     static const QString scan
         = QStringLiteral("FFM_Settings/Detail/ChannelNo,FFM_Settings/Detail/Active,FFM_Settings/Detail/SquelchState,"
                          "FFM_Settings/Detail/SquelchValue,DF_Settings/DFMode,");
@@ -46,7 +49,8 @@ QStringList usualColumns(ListType type)
     return byType.value(int(type), entry + rest).split(QLatin1Char(','));
 }
 
-/// The values of entries by path, and the paths that occur, in the order in which an entry has them.
+/// The values of entries by path, and the paths that occur, in the order of an entry, as far as
+/// the entries tell it.
 class Contents
 {
 public:
@@ -62,7 +66,7 @@ public:
     {
         QStringList paths;
         for (const QString& path : m_paths)
-            if (path == column || withoutPlaces(path) == column)
+            if (withoutPlaces(path) == column)
                 paths += path;
         return paths;
     }
@@ -112,10 +116,10 @@ QString titleOf(const QString& path, const QStringList& paths)
 
 void printTable(const Contents& contents, const QStringList& paths)
 {
-    QVector<Table::Column> columns{{QStringLiteral("#"), true}};
+    QVector<Table::Column> header{{QStringLiteral("#"), true}};
     for (const QString& path : paths)
-        columns += {titleOf(path, paths), contents.isNumber(path)};
-    Table table(columns);
+        header += {titleOf(path, paths), contents.isNumber(path)};
+    Table table(header);
     for (int entry = 0; entry < contents.count(); ++entry) {
         QStringList cells{QString::number(entry + 1)};
         for (const QString& path : paths)
@@ -128,11 +132,9 @@ void printTable(const Contents& contents, const QStringList& paths)
 /// The list's own values and its count.
 void printHeading(const FrequencyStoreListHelper& helper)
 {
-    const ITallyObject& list = listIn(helper);
     QString heading;
-    for (const MemberDescription& member : DescriptionOf(list).members)
-        for (const QString& text : member.texts(list))
-            heading += QStringLiteral("%1: %2, ").arg(member.name, visible(text.trimmed()));
+    for (const MemberValue& value : headingOf(listIn(helper)))
+        heading += value.path + QStringLiteral(": ") + value.text + QStringLiteral(", ");
     print(heading + countIn(helper) + QLatin1Char('\n'));
 }
 
@@ -154,19 +156,29 @@ void printJson(const FrequencyStoreListHelper& helper)
     print(QStringLiteral("\n]}\n"));
 }
 
+/// The paths that columns of these names show; those that the operator asked for are there even if they are empty.
+QStringList columnsNamed(const QStringList& names, bool areAskedFor, const RecordDescription& entry,
+                         const Contents& contents)
+{
+    QStringList shown;
+    for (const QString& name : names) {
+        const QStringList named = pathsNamed(name, entry);
+        QStringList filled;
+        for (const QString& path : named)
+            filled += contents.pathsOf(path);
+        shown += filled.isEmpty() && areAskedFor ? named.mid(0, 1) : filled;
+    }
+    shown.removeDuplicates();
+    return shown;
+}
+
 QStringList columnsFor(const CommandLine& line, const FrequencyStoreListHelper& helper, const Contents& contents)
 {
-    if (line.isSet(QStringLiteral("all")))
+    if (line.isSet(all))
         return contents.paths();
-    QStringList names = line.values(QStringLiteral("columns"));
-    if (names.isEmpty())
-        names = usualColumns(helper.GetListType());
-    const RecordDescription& entry = entriesMember(listIn(helper)).record();
-    QStringList paths;
-    for (const QString& name : names)
-        for (const QString& path : pathsNamed(withoutPlaces(name), entry))
-            paths += contents.pathsOf(path);
-    return paths;
+    const bool areAskedFor = line.isSet(columns);
+    return columnsNamed(areAskedFor ? line.values(columns) : usualColumns(helper.GetListType()), areAskedFor,
+                        entriesMember(listIn(helper)).record(), contents);
 }
 
 } // namespace
@@ -179,23 +191,25 @@ int show(const QStringList& arguments)
                       QStringLiteral("velmara show --json results.packed | jq '.FrequencyStoreEntry[0]'")});
     line.addArgument(QStringLiteral("FILE"), QStringLiteral("The list."), QStringLiteral("FILE"));
     line.addInputOptions();
-    line.addValue({QStringLiteral("columns")}, QStringLiteral("NAMES"),
+    line.addValue({columns}, QStringLiteral("NAMES"),
                   QStringLiteral("What to show of each entry, parted by commas: members by name, or by the path that "
                                  "leads to them, as FFM_Settings/Detail/ChannelNo."));
-    line.addFlag(QStringLiteral("all"), QStringLiteral("Show all that any entry holds."));
-    line.addFlag(QStringLiteral("json"), QStringLiteral("Write JSON: the list, a line for each entry."));
+    line.addFlag(all, QStringLiteral("Show all that any entry holds."));
+    line.addFlag(json, QStringLiteral("Write JSON: the list, a line for each entry."));
     return line.run(arguments, [&] {
+        if (int(line.isSet(json)) + int(line.isSet(all)) + int(line.isSet(columns)) > 1)
+            throw UsageError(QStringLiteral("--json, --all and --columns exclude each other."));
         FrequencyStoreListHelper helper;
         readList(line.input(line.files(1, 1).first()), helper);
-        if (line.isSet(QStringLiteral("json"))) {
+        if (line.isSet(json)) {
             printJson(helper);
             return CommandLine::Done;
         }
         const Contents contents(entriesIn(helper));
-        const QStringList columns = columnsFor(line, helper, contents);
+        const QStringList shown = columnsFor(line, helper, contents);
         printHeading(helper);
         if (contents.count() > 0)
-            printTable(contents, columns);
+            printTable(contents, shown);
         return CommandLine::Done;
     });
 }

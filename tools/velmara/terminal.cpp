@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 
@@ -45,9 +46,18 @@ QString visible(const QString& text)
     return shown;
 }
 
-void print(const QString& text)
+QString shortened(const QString& text, int letters)
 {
-    const QByteArray bytes = text.toUtf8();
+    if (text.size() <= letters)
+        return text;
+    const bool cutsCharacter = text[letters - 1].isHighSurrogate();
+    return text.left(cutsCharacter ? letters - 1 : letters) + QStringLiteral("...");
+}
+
+void print(const QString& text) { print(text.toUtf8()); }
+
+void print(const QByteArray& bytes)
+{
     demandOutput(std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) == size_t(bytes.size()));
 }
 
@@ -58,6 +68,7 @@ void tell(const QString& text)
     QStringList lines = text.split(QLatin1Char('\n'));
     std::transform(lines.begin(), lines.end(), lines.begin(), visible);
     const QString message = QStringLiteral("velmara: %1\n").arg(lines.join(QLatin1Char('\n')));
+    std::fflush(stdout);
     std::fputs(message.toLocal8Bit().constData(), stderr);
 }
 

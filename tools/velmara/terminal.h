@@ -3,17 +3,24 @@
 #include <QString>
 
 #include <condition_variable>
+#include <mutex>
 #include <thread>
 
 /// Text from a file with signs in place of control characters, so that it neither breaks a line nor commands a
 /// terminal.
 QString visible(const QString& text);
 
+/// The beginning of a text, and dots if that is not all.
+QString shortened(const QString& text, int letters);
+
 /// Puts text on standard output, in UTF-8 whatever the locale. Throws TallyException if it does not take it.
 void print(const QString& text);
+/// The same with bytes, as they are.
+void print(const QByteArray& bytes);
 /// Hands on what print still holds. Throws as above.
 void flushOutput();
-/// Tells the operator something, on standard error; control characters but line ends become visible.
+/// Tells the operator something, on standard error, behind what was printed; control characters but line ends become
+/// visible.
 void tell(const QString& text);
 
 enum class Colour { Red = 31, Green = 32, Yellow = 33, Bold = 1 };
