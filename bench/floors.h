@@ -46,6 +46,8 @@ public:
     static Tally load(const QString& path);
     /// Writes the document again.
     bool save(const QString& path) const;
+    /// Writes a file of that size, and nothing else: the same bytes over and over.
+    static bool saveBytes(const QString& path, qint64 size);
 
     const std::vector<XmlToken>& tokens() const { return m_tokens; }
     Tally tally() const;

@@ -147,6 +147,9 @@ private:
         addGrowth("Growth, packed read", compareSizes(read));
         addFloorGrowth("Growth, XML load, the floor's",
                        compareSizes([](const Subject& s) { return XmlFloor::load(s.xml); }));
+        addFloorGrowth("Growth, XML save, the file's", compareSizes([&](const Subject& s) {
+                           return XmlFloor::saveBytes(m_output, QFileInfo(s.xml).size());
+                       }));
         if (PackedFloor::isAvailable())
             addFloorGrowth("Growth, packed read, the floor's", compareMessages(few));
     }

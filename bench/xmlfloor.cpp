@@ -5,6 +5,8 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+
 namespace Velmara::bench {
 
 namespace {
@@ -17,12 +19,20 @@ bool isNumber(const QStringRef& text)
     return !text.isEmpty() && isDigit(text.back()) && (isDigit(text.front()) || text.front() == QLatin1Char('-'));
 }
 
-QByteArray contentOf(const QString& path)
+class Document
 {
-    QFile file(path);
-    require(file.open(QIODevice::ReadOnly), "a file opens");
-    return file.readAll();
-}
+public:
+    explicit Document(const QString& path) : m_file(path)
+    {
+        require(m_file.open(QIODevice::ReadOnly), "a document opens");
+        m_reader.setDevice(&m_file);
+    }
+    QXmlStreamReader& reader() { return m_reader; }
+
+private:
+    QFile m_file;
+    QXmlStreamReader m_reader;
+};
 
 } // namespace
 
@@ -37,7 +47,8 @@ void Tally::take(const QStringRef& text)
 
 Tally XmlFloor::load(const QString& path)
 {
-    QXmlStreamReader reader(contentOf(path));
+    Document document(path);
+    QXmlStreamReader& reader = document.reader();
     Tally tally;
     while (!reader.atEnd()) {
         const auto token = reader.readNext();
@@ -53,7 +64,8 @@ Tally XmlFloor::load(const QString& path)
 XmlFloor::XmlFloor(const QString& path)
 {
     using Kind = XmlToken::Kind;
-    QXmlStreamReader reader(contentOf(path));
+    Document document(path);
+    QXmlStreamReader& reader = document.reader();
     while (!reader.atEnd()) {
         reader.readNext();
         if (reader.isStartElement()) {
@@ -86,6 +98,18 @@ bool XmlFloor::save(const QString& path) const
     const QByteArray bytes = text.toUtf8();
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+}
+
+bool XmlFloor::saveBytes(const QString& path, qint64 size)
+{
+    const QByteArray portion(1 << 18, 'x');
+    QFile file(path);
+    bool isGood = file.open(QIODevice::WriteOnly);
+    for (qint64 left = size; isGood && left > 0; left -= portion.size()) {
+        const qint64 count = std::min<qint64>(left, portion.size());
+        isGood = file.write(portion.constData(), count) == count;
+    }
+    return isGood && file.flush();
 }
 
 Tally XmlFloor::tally() const
