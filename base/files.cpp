@@ -105,7 +105,7 @@ public:
 
     SaveResult finish(QString& reason)
     {
-        write(nullptr, 0);
+        write(nullptr, 0); // opens the file, where that was all
         return m_replaced ? commit(reason) : writeHeld(reason);
     }
 

@@ -114,13 +114,6 @@ void printChange(const Pair& pair)
     printDifferences(pair.left.values, pair.right.values);
 }
 
-const RecordDescription& entryDescription(const ListFile& file)
-{
-    return *FindRecordDescription(file.type == FrequencyStoreListHelper::ListType::DetectionResult
-                                      ? QStringLiteral("DetectionResult")
-                                      : QStringLiteral("FrequencyStoreEntry"));
-}
-
 /// Whether there is a difference.
 bool printDifferences(const ListFile& a, const ListFile& b, const Identity& identity)
 {
@@ -163,7 +156,7 @@ int diff(const QStringList& arguments)
         [&] {
             const QStringList files = line.files(2, 2);
             const ListFile a = line.input(files[0]), b = line.input(files[1]);
-            const Identity identity(line, entryDescription(a));
+            const Identity identity(line, entryDescription(a.type));
             return printDifferences(a, b, identity) ? CommandLine::Failed : CommandLine::Done;
         },
         trouble);

@@ -222,6 +222,14 @@ const ITallyObject& listIn(const FrequencyStoreListHelper& helper)
 
 const MemberDescription& entriesMember(const ITallyObject& list) { return DescriptionOf(list).members.last(); }
 
+const RecordDescription& entryDescription(ListType type)
+{
+    FrequencyStoreListHelper helper;
+    if (type != ListType::Invalid)
+        helper.SetListType(type);
+    return entriesMember(listIn(helper)).record();
+}
+
 QVector<const ITallyObject*> entriesIn(const FrequencyStoreListHelper& helper)
 {
     const ITallyObject& list = listIn(helper);

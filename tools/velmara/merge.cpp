@@ -94,7 +94,7 @@ int merge(const QStringList& arguments)
         const ListFile out = line.output(files.first());
         if (out.type == ListType::DetectionResult)
             throw UsageError(QStringLiteral("detection results are not joined; convert them to entries first."));
-        const Identity identity(line, *FindRecordDescription(QStringLiteral("FrequencyStoreEntry")));
+        const Identity identity(line, entryDescription(out.type));
         Joiner joiner(identity);
         for (const QString& file : files.mid(1))
             joiner.add(line.input(file));

@@ -111,9 +111,8 @@ int plot(const QStringList& arguments)
         const QString target = targetOf(line);
         FrequencyStoreListHelper helper;
         readList(file, helper);
-        const RecordDescription& entry = entriesMember(listIn(helper)).record();
         const QString group = line.isSet(colourBy) ? line.value(colourBy) : QStringLiteral("Type");
-        const Bars bars = barsIn(helper, pathsNamed(group, entry));
+        const Bars bars = barsIn(helper, pathsNamed(group, entryDescription(file.type)));
         if (bars.drawn.isEmpty())
             throw TallyException(file.name + QStringLiteral(": there is no entry with a frequency."));
         const QString title = QFileInfo(file.name).fileName();

@@ -178,7 +178,7 @@ QStringList columnsFor(const CommandLine& line, const FrequencyStoreListHelper& 
         return contents.paths();
     const bool areAskedFor = line.isSet(columns);
     return columnsNamed(areAskedFor ? line.values(columns) : usualColumns(helper.GetListType()), areAskedFor,
-                        entriesMember(listIn(helper)).record(), contents);
+                        entryDescription(helper.GetListType()), contents);
 }
 
 } // namespace
