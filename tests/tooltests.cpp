@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <cmath>
@@ -133,6 +134,11 @@ TEST_F(Tool, BelievesExtensionsAndNamesOtherForms)
     EXPECT_TRUE(run("show %1.txt").errors.startsWith("velmara: %1.txt: --from must tell the form"));
     EXPECT_EQ(run("show %1.txt --from xml").status, 0);
     EXPECT_EQ(run("check %1.txt --from tagged").errors, run("show %1.txt --from tagged").errors);
+    write("a", "Not a list.");
+    for (const char* form : {"xml", "tagged", "packed", "csv"})
+        EXPECT_TRUE(run(QString("check a --type MemoryScan --from ") + form)
+                        .errors.contains(QRegularExpression("velmara: a[:,] ")))
+            << form;
     EXPECT_TRUE(run("check %1.txt --from packed").errors.startsWith("velmara: %1.txt: This is no packed list"));
     EXPECT_TRUE(
         run("show a.xml --type DetectionResult").errors.endsWith("It holds entries, not --type DetectionResult.\n"));

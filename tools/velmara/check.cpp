@@ -1,5 +1,6 @@
 #include "commandline.h"
 #include "commands.h"
+#include "messages.h"
 #include "terminal.h"
 
 #include <frequencystore/reflection.h>
@@ -69,8 +70,9 @@ QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
 void printFault(const ListFile& file, const Fault& fault)
 {
     const QString path = fault.path.isEmpty() ? QStringLiteral("the list") : fault.path;
-    const bool namesItsPlace = fault.message.startsWith(file.name);
-    const QString place = namesItsPlace ? QString() : file.name + QStringLiteral(": ") + path + QStringLiteral(": ");
+    QString place;
+    if (!tellsFile(fault.message, file.name))
+        place = file.name + QStringLiteral(": ") + path + QStringLiteral(": ");
     print(place + coloured(fault.message, Colour::Red) + QLatin1Char('\n'));
 }
 

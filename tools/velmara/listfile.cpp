@@ -124,7 +124,7 @@ QString adviceFor(const QString& message)
 TallyException failureOf(const TallyFormException& failure, const QString& path, const QString& name)
 {
     QString message = describe(failure);
-    if (!message.contains(path))
+    if (!tellsFile(message, path))
         message = name + QStringLiteral(": ") + message;
     return TallyException(message.replace(path, name) + adviceFor(message));
 }

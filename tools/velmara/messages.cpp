@@ -52,10 +52,16 @@ QString describe(const TallyFormException& failure)
                                          : failure.GetOrigin() + QStringLiteral(": ") + failure.GetMessage();
 }
 
+bool tellsFile(const QString& message, const QString& file)
+{
+    return message.startsWith(file + QStringLiteral(": ")) || message.startsWith(file + QStringLiteral(", "))
+        || message.contains(QLatin1Char('\'') + file + QLatin1Char('\''));
+}
+
 QString describe(const QString& file, const ImportReport& report)
 {
-    const bool namesFile = report.failed.line == 0 && report.error.contains(file);
-    return namesFile ? report.error : placeOf(file, report.failed) + report.error;
+    const bool isTold = report.failed.line == 0 && tellsFile(report.error, file);
+    return isTold ? report.error : placeOf(file, report.failed) + report.error;
 }
 
 QStringList warningsOf(const QString& file, const ImportReport& report)

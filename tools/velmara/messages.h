@@ -6,6 +6,8 @@
 
 /// A failure with its place in the input, as far as it is known.
 QString describe(const TALLYFORM::TallyFormException& failure);
+/// Whether a message says already which file it is about.
+bool tellsFile(const QString& message, const QString& file);
 /// Why a file could not be read.
 QString describe(const QString& file, const Velmara::ImportReport& report);
 /// What of a file was not read as it stands there.
