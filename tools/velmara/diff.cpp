@@ -15,24 +15,27 @@ namespace {
 struct Entry
 {
     int number;
-    QVector<MemberValue> values;
+    const ITallyObject* record;
 };
 
-struct List
+/// A list that was read; the texts of its entries are made as they are needed.
+class List
 {
-    QVector<MemberValue> heading;
-    QVector<Entry> entries;
-};
+public:
+    explicit List(const ListFile& file) { readList(file, m_helper); }
 
-List listOf(const ListFile& file)
-{
-    FrequencyStoreListHelper helper;
-    readList(file, helper);
-    List list{headingOf(listIn(helper)), {}};
-    for (const ITallyObject* entry : entriesIn(helper))
-        list.entries += {list.entries.size() + 1, valuesOf(*entry)};
-    return list;
-}
+    QVector<MemberValue> heading() const { return headingOf(listIn(m_helper)); }
+    QVector<Entry> entries() const
+    {
+        QVector<Entry> entries;
+        for (const ITallyObject* record : entriesIn(m_helper))
+            entries += {entries.size() + 1, record};
+        return entries;
+    }
+
+private:
+    FrequencyStoreListHelper m_helper;
+};
 
 QString contentOf(const QVector<MemberValue>& values)
 {
@@ -49,13 +52,13 @@ template <class TextOf> QVector<Pair> takePairs(QVector<Entry>& left, QVector<En
 {
     QHash<QString, std::deque<int>> places;
     for (int i = 0; i < right.size(); ++i)
-        places[textOf(right[i].values)].push_back(i);
+        places[textOf(valuesOf(*right[i].record))].push_back(i);
     places.remove(QString());
     QVector<Pair> pairs;
     QVector<Entry> alone;
     QVector<bool> isTaken(right.size(), false);
     for (const Entry& entry : qAsConst(left)) {
-        const auto found = places.find(textOf(entry.values));
+        const auto found = places.find(textOf(valuesOf(*entry.record)));
         if (found == places.end() || found->empty()) {
             alone += entry;
             continue;
@@ -76,7 +79,7 @@ template <class TextOf> QVector<Pair> takePairs(QVector<Entry>& left, QVector<En
 void printAll(const QVector<Entry>& entries, const QString& sign, Colour colour)
 {
     for (const Entry& entry : entries)
-        print(coloured(sign + QStringLiteral(" %1: ").arg(entry.number) + labelOf(entry.values), colour)
+        print(coloured(sign + QStringLiteral(" %1: ").arg(entry.number) + labelOf(valuesOf(*entry.record)), colour)
               + QLatin1Char('\n'));
 }
 
@@ -108,31 +111,32 @@ void printChange(const QString& what)
 
 void printChange(const Pair& pair)
 {
-    printChange(
-        QStringLiteral("%1 -> %2: %3")
-            .arg(QString::number(pair.left.number), QString::number(pair.right.number), labelOf(pair.left.values)));
-    printDifferences(pair.left.values, pair.right.values);
+    const QVector<MemberValue> left = valuesOf(*pair.left.record), right = valuesOf(*pair.right.record);
+    printChange(QStringLiteral("%1 -> %2: %3")
+                    .arg(QString::number(pair.left.number), QString::number(pair.right.number), labelOf(left)));
+    printDifferences(left, right);
 }
 
 /// Whether there is a difference.
 bool printDifferences(const ListFile& a, const ListFile& b, const Identity& identity)
 {
-    List left = listOf(a), right = listOf(b);
-    takePairs(left.entries, right.entries, contentOf);
-    const QVector<Pair> changed = takePairs(left.entries, right.entries,
-                                            [&](const QVector<MemberValue>& values) { return identity.of(values); });
-    const bool isHeadingChanged = contentOf(left.heading) != contentOf(right.heading);
-    if (!isHeadingChanged && left.entries.isEmpty() && right.entries.isEmpty() && changed.isEmpty())
+    const List before(a), after(b);
+    QVector<Entry> left = before.entries(), right = after.entries();
+    takePairs(left, right, contentOf);
+    const QVector<Pair> changed
+        = takePairs(left, right, [&](const QVector<MemberValue>& values) { return identity.of(values); });
+    const bool isHeadingChanged = contentOf(before.heading()) != contentOf(after.heading());
+    if (!isHeadingChanged && left.isEmpty() && right.isEmpty() && changed.isEmpty())
         return false;
     print(coloured(QStringLiteral("--- %1\n+++ %2\n").arg(a.name, b.name), Colour::Bold));
     if (isHeadingChanged) {
         printChange(QStringLiteral("the list"));
-        printDifferences(left.heading, right.heading);
+        printDifferences(before.heading(), after.heading());
     }
-    printAll(left.entries, QStringLiteral("-"), Colour::Red);
+    printAll(left, QStringLiteral("-"), Colour::Red);
     for (const Pair& pair : changed)
         printChange(pair);
-    printAll(right.entries, QStringLiteral("+"), Colour::Green);
+    printAll(right, QStringLiteral("+"), Colour::Green);
     return true;
 }
 

@@ -7,7 +7,6 @@
 
 #include <QHash>
 #include <QJsonDocument>
-#include <QSet>
 
 #include <algorithm>
 
@@ -49,12 +48,11 @@ QStringList usualColumns(ListType type)
     return byType.value(int(type), entry + rest).split(QLatin1Char(','));
 }
 
-/// The values of entries by path, and the paths that occur, in the order of an entry, as far as
-/// the entries tell it.
-class Contents
+/// Where entries have values, in the order of an entry as far as the entries tell it, and the room that these take.
+class Outline
 {
 public:
-    explicit Contents(const QVector<const ITallyObject*>& entries)
+    explicit Outline(const QVector<const ITallyObject*>& entries)
     {
         for (const ITallyObject* entry : entries)
             add(valuesOf(*entry));
@@ -70,23 +68,29 @@ public:
                 paths += path;
         return paths;
     }
-    bool isNumber(const QString& path) const { return m_numbers.contains(path); }
-    int count() const { return m_entries.size(); }
-    QString text(int entry, const QString& path) const { return m_entries[entry].value(path); }
+    Table::Column column(const QString& path, const QString& title) const
+    {
+        const Room room = m_rooms.value(path);
+        return {title, room.isNumber, room.width};
+    }
 
 private:
+    struct Room
+    {
+        bool isNumber = false;
+        int width = 0;
+    };
+
     void add(const QVector<MemberValue>& values)
     {
-        m_entries += QHash<QString, QString>();
         int after = 0;
         for (const MemberValue& value : values) {
-            m_entries.last().insert(value.path, value.text);
-            if (!m_known.contains(value.path)) {
-                m_known.insert(value.path);
+            auto room = m_rooms.find(value.path);
+            if (room == m_rooms.end()) {
+                room = m_rooms.insert(value.path, {isNumeric(*value.member)});
                 m_paths.insert(after, value.path);
-                if (isNumeric(*value.member))
-                    m_numbers.insert(value.path);
             }
+            room->width = qMax(room->width, value.text.size());
             after = m_paths.indexOf(value.path, after > 0 ? after - 1 : 0) + 1;
         }
     }
@@ -95,10 +99,8 @@ private:
         return member.kind <= MemberDescription::Kind::UnsignedInt64;
     }
 
-    QVector<QHash<QString, QString>> m_entries;
     QStringList m_paths;
-    QSet<QString> m_known;
-    QSet<QString> m_numbers;
+    QHash<QString, Room> m_rooms;
 };
 
 /// The last members of a path, as far as they tell it from the others.
@@ -114,19 +116,23 @@ QString titleOf(const QString& path, const QStringList& paths)
     }
 }
 
-void printTable(const Contents& contents, const QStringList& paths)
+/// Row by row, so that the texts of a long list are never there as a whole.
+void printTable(const QVector<const ITallyObject*>& entries, const Outline& outline, const QStringList& paths)
 {
-    QVector<Table::Column> header{{QStringLiteral("#"), true}};
+    QVector<Table::Column> columns{{QStringLiteral("#"), true, QString::number(entries.size()).size()}};
     for (const QString& path : paths)
-        header += {titleOf(path, paths), contents.isNumber(path)};
-    Table table(header);
-    for (int entry = 0; entry < contents.count(); ++entry) {
-        QStringList cells{QString::number(entry + 1)};
+        columns += outline.column(path, titleOf(path, paths));
+    const Table table(columns);
+    int number = 0;
+    for (const ITallyObject* entry : entries) {
+        QHash<QString, QString> texts;
+        for (const MemberValue& value : valuesOf(*entry))
+            texts.insert(value.path, value.text);
+        QStringList cells{QString::number(++number)};
         for (const QString& path : paths)
-            cells += contents.text(entry, path);
-        table.add(cells);
+            cells += texts.value(path);
+        table.print(cells);
     }
-    table.print();
 }
 
 /// The list's own values and its count.
@@ -138,7 +144,7 @@ void printHeading(const FrequencyStoreListHelper& helper)
     print(heading + countIn(helper) + QLatin1Char('\n'));
 }
 
-/// A line for each entry, so that a long list is never there as a whole.
+/// A line for each entry, likewise.
 void printJson(const FrequencyStoreListHelper& helper)
 {
     const auto textOf = [](const QJsonObject& object) {
@@ -158,27 +164,27 @@ void printJson(const FrequencyStoreListHelper& helper)
 
 /// The paths that columns of these names show; those that the operator asked for are there even if they are empty.
 QStringList columnsNamed(const QStringList& names, bool areAskedFor, const RecordDescription& entry,
-                         const Contents& contents)
+                         const Outline& outline)
 {
     QStringList shown;
     for (const QString& name : names) {
         const QStringList named = pathsNamed(name, entry);
         QStringList filled;
         for (const QString& path : named)
-            filled += contents.pathsOf(path);
+            filled += outline.pathsOf(path);
         shown += filled.isEmpty() && areAskedFor ? named.mid(0, 1) : filled;
     }
     shown.removeDuplicates();
     return shown;
 }
 
-QStringList columnsFor(const CommandLine& line, const FrequencyStoreListHelper& helper, const Contents& contents)
+QStringList columnsFor(const CommandLine& line, const FrequencyStoreListHelper& helper, const Outline& outline)
 {
     if (line.isSet(all))
-        return contents.paths();
+        return outline.paths();
     const bool areAskedFor = line.isSet(columns);
     return columnsNamed(areAskedFor ? line.values(columns) : usualColumns(helper.GetListType()), areAskedFor,
-                        entryDescription(helper.GetListType()), contents);
+                        entryDescription(helper.GetListType()), outline);
 }
 
 } // namespace
@@ -205,11 +211,12 @@ int show(const QStringList& arguments)
             printJson(helper);
             return CommandLine::Done;
         }
-        const Contents contents(entriesIn(helper));
-        const QStringList shown = columnsFor(line, helper, contents);
+        const QVector<const ITallyObject*> entries = entriesIn(helper);
+        const Outline outline(entries);
+        const QStringList shown = columnsFor(line, helper, outline);
         printHeading(helper);
-        if (contents.count() > 0)
-            printTable(contents, shown);
+        if (!entries.isEmpty())
+            printTable(entries, outline, shown);
         return CommandLine::Done;
     });
 }

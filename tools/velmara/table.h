@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <QVector>
 
-/// Text in aligned columns.
+/// Prints text in aligned columns, row by row.
 class Table
 {
 public:
@@ -11,17 +11,15 @@ public:
     {
         QString title;
         bool isNumber; ///< and stands to the right
+        int width;     ///< of the longest cell
     };
 
-    explicit Table(const QVector<Column>& columns) : m_columns(columns) {}
-
-    void add(const QStringList& cells) { m_rows += cells; }
-    /// Prints the titles and all rows.
-    void print() const;
+    /// Prints the titles.
+    explicit Table(const QVector<Column>& columns);
+    void print(const QStringList& cells) const;
 
 private:
-    QVector<int> widths() const;
+    QString lineOf(const QStringList& cells) const;
 
     QVector<Column> m_columns;
-    QVector<QStringList> m_rows;
 };
