@@ -82,6 +82,8 @@ QVector<FileHandling::Found> FileHandling::findColumns(const QStringList& names,
     report.unknownColumns = names;
     report.unknownColumns.removeAll(QString()); // what stands behind a trailing separator
     for (const Column& column : format.columns) {
+        if (names.count(column.name) > 1)
+            report.repeatedColumns.append(column.name);
         if (const int place = names.indexOf(column.name); place >= 0)
             found.append({&column, place});
         else if (!column.isNeeded)

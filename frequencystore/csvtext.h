@@ -30,6 +30,8 @@ class LineWatch
 public:
     explicit LineWatch(ExportReport& report) : m_report(report) {}
 
+    /// The line that is being written.
+    int line() const { return m_line; }
     void cell(QLatin1String column, QStringView text);
     void endLine(int length);
 

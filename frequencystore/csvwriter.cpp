@@ -55,6 +55,8 @@ void FileHandling::writeFormat(QString const& file, const FrequencyStoreListHelp
             appendCell(entry, column, text, isLast);
             watch.cell(column.name, QStringView(text).mid(start).chopped(isLast ? 2 : 1));
         });
+        if (!entry.IsFFM_SettingsSet())
+            report.untuned.append(watch.line());
         watch.endLine(length);
     }
     WriteToFile(file, text);

@@ -21,11 +21,12 @@ struct ImportReport
     QString error;           ///< the reason if reading failed
     CsvCell failed;          ///< where it failed
 
-    bool isMisencoded = false;  ///< whether bytes are no characters of the file's encoding, read as U+FFFD
-    int emptyLine = 0;          ///< the empty line that ended the data although more stand behind it; 0 if none did
-    QVector<CsvCell> misread;   ///< cells not of their column's form, read as 0 or false or passed over
-    QStringList unknownColumns; ///< those of the file that the list type does not have
-    QStringList missingColumns; ///< those that every file of the list type has and this one has not
+    bool isMisencoded = false;   ///< whether bytes are no characters of the file's encoding, read as U+FFFD
+    int emptyLine = 0;           ///< the empty line that ended the data although more stand behind it; 0 if none did
+    QVector<CsvCell> misread;    ///< cells not of their column's form, read as 0 or false or passed over
+    QStringList unknownColumns;  ///< those of the file that the list type does not have
+    QStringList repeatedColumns; ///< those that the file has more than once, of which the first was read
+    QStringList missingColumns;  ///< those that every file of the list type has and this one has not
 };
 
 /// What writing a CSV file did, and what it met.
@@ -35,6 +36,7 @@ struct ExportReport
     int entries = 0;          ///< how many it holds
     QString error;            ///< the reason if it was not
     QVector<CsvCell> damaged; ///< cells, or lines too long, that a reader will not get back as they are
+    QVector<int> untuned;     ///< lines of entries without a fixed frequency, which a reader gets as 0
 };
 
 } // namespace Velmara

@@ -273,6 +273,8 @@ TEST_F(CsvFormats, TellWhatAnImportMet)
 
     EXPECT_TRUE(reported(head, ListType::Suppress, 1).isComplete);
     EXPECT_EQ(reported(head, ListType::Suppress, 1).unknownColumns, QStringList("AnalogDemod"));
+    const QByteArray twice = "Type;Frequency;IFBandwidth;Frequency;Colour;Colour\na;1;2;3;;\n";
+    EXPECT_EQ(reported(twice, ListType::Suppress, 1).repeatedColumns, QStringList("Frequency"));
     EXPECT_EQ(reported(head, ListType::NotePad, 1).missingColumns, QStringList("Comment"));
     EXPECT_EQ(reported("Type;Comment;Frequency;IFBandwidth;\n", ListType::Suppress, 0).missingColumns, QStringList());
 
@@ -315,9 +317,14 @@ TEST_F(CsvFormats, TellWhatAReaderWillNotGetBack)
         entry.GetFFM_Settings().GetIFBandwidth().SetValue(2);
         helper.GetFrequencyStoreList().AppendFrequencyStoreEntry(entry);
     }
+    Entry hopper;
+    hopper.SetType("t");
+    hopper.GetShortTime_Settings().GetBandwidth().SetValue(2);
+    helper.GetFrequencyStoreList().AppendFrequencyStoreEntry(hopper);
     const ExportReport report = FileHandling().WriteCSV(path("out.csv"), helper);
     EXPECT_TRUE(report.isComplete);
-    EXPECT_EQ(report.entries, 5);
+    EXPECT_EQ(report.entries, 6);
+    EXPECT_EQ(report.untuned, QVector<int>{8});
     QStringList places;
     for (const CsvCell& cell : report.damaged)
         places += QString("%1 %2").arg(cell.line).arg(cell.column);
