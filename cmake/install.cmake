@@ -36,5 +36,9 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/velmara.1 DESTINATION ${CMAKE_INSTALL_
 install(FILES tools/velmara/completion.bash RENAME velmara
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions COMPONENT tools)
 install(FILES README.md DESTINATION ${doc_dir} COMPONENT tools)
-install(DIRECTORY docs DESTINATION ${doc_dir} COMPONENT tools)
+foreach(document guide guarantees debugging performance) # for programmers
+    install(FILES docs/${document}.md DESTINATION ${doc_dir}/docs COMPONENT dev)
+    list(APPEND other_documents PATTERN ${document}.md EXCLUDE)
+endforeach()
+install(DIRECTORY docs DESTINATION ${doc_dir} COMPONENT tools ${other_documents})
 install(DIRECTORY examples DESTINATION ${doc_dir} COMPONENT tools FILES_MATCHING PATTERN *.csv PATTERN *.xml)
