@@ -119,6 +119,9 @@ TEST_F(Tool, TakesItsPlaceInAPipe)
     EXPECT_TRUE(read("log").startsWith("velmara: a.xml, entry 1: dropped, the same as a.xml, entry 1: "));
     EXPECT_EQ(shell("velmara plot a.xml -o - | head -c5"), "<?xml");
     EXPECT_EQ(shell("velmara convert missing.xml - --to xml 2>log"), "");
+    EXPECT_EQ(shell("velmara convert a.xml /dev/stdout --to xml >e; cmp e a.xml; "
+                    "cat a.xml | velmara merge /dev/fd/1 /dev/stdin a.xml --from xml --to xml 2>log | cmp - a.xml"),
+              "");
     EXPECT_EQ(run("diff - - --from xml").status, 2);
     EXPECT_EQ(shell("velmara --help >/dev/full 2>&1; echo $?"), "1\n");
     EXPECT_EQ(shell("LC_ALL=C velmara convert a.xml - --to xml 2>&1 >/dev/full"),
@@ -128,8 +131,9 @@ TEST_F(Tool, TakesItsPlaceInAPipe)
 TEST_F(Tool, BelievesExtensionsAndNamesOtherForms)
 {
     writeXml("a.xml", tower);
-    EXPECT_EQ(run("convert a.xml b.packed --from tagged --to csv").status, 0);
-    EXPECT_EQ(run("diff a.xml b.packed").status, 0);
+    EXPECT_EQ(run("convert a.xml b.packed").status, 0);
+    EXPECT_EQ(run("convert a.xml c.packed --to xml").status, 2);
+    EXPECT_EQ(shell("velmara diff - b.packed --from xml <a.xml; echo $?"), "0\n");
     QFile::copy(path("a.xml"), path("%1.txt"));
     EXPECT_TRUE(run("show %1.txt").errors.startsWith("velmara: %1.txt: --from must tell the form"));
     EXPECT_EQ(run("show %1.txt --from xml").status, 0);
@@ -146,10 +150,10 @@ TEST_F(Tool, BelievesExtensionsAndNamesOtherForms)
 
 TEST_F(Tool, TellsHowItIsUsed)
 {
-    for (const char* line :
-         {"check", "convert a.xml", "diff a.xml b.xml c.xml", "merge a.xml", "plot a.xml", "plot a.xml -o",
-          "plot a.xml -o b.xml", "show a.csv", "show a.txt", "show a.xml --from text", "show a.xml --type List",
-          "show a.xml --fast", "show a.xml --json --all", "schema", "schema --xsd --json", "conjure", ""}) {
+    for (const char* line : {"check", "convert a.xml", "diff a.xml b.xml c.xml", "merge a.xml", "merge a.xml b.xml",
+                             "plot a.xml", "plot a.xml -o", "plot a.xml -o b.xml", "show a.csv", "show a.txt",
+                             "show a.xml --from text", "show a.xml --type List", "show a.xml --fast",
+                             "show a.xml --json --all", "schema", "schema --xsd --json", "conjure", ""}) {
         const Outcome outcome = run(line);
         EXPECT_EQ(outcome.status, 2) << line;
         EXPECT_TRUE(outcome.errors.contains("Usage: velmara")) << outcome.errors.toStdString();
@@ -237,6 +241,7 @@ TEST_F(Tool, ShowsJson)
     entry.SetType("\u00e4");
     entry.GetFFM_Settings().GetFrequency().SetValue(1.5);
     entry.GetFFM_Settings().GetIFBandwidth().SetValue(10);
+    entry.GetFFM_Settings().SetLevel(std::nan(""));
     entry.GetFFM_Settings().SetFFPDelay((quint64(1) << 53) + 1);
     entry.GetFFM_Settings().GetDetail().SetActive(false);
     list.AppendFrequencyStoreEntry(entry);
@@ -247,6 +252,7 @@ TEST_F(Tool, ShowsJson)
     EXPECT_EQ(shown["Type"], QString("\u00e4"));
     EXPECT_EQ(shown["FFM_Settings"]["Frequency"]["Value"], 1.5);
     EXPECT_EQ(shown["FFM_Settings"]["Detail"]["Active"], false);
+    EXPECT_EQ(shown["FFM_Settings"]["Level"], "nan");
     EXPECT_EQ(shown["FFM_Settings"]["FFPDelay"], "9007199254740993");
     EXPECT_EQ(shown.keys(), QStringList({"FFM_Settings", "Type"}));
 }
@@ -265,6 +271,12 @@ TEST_F(Tool, ChecksEveryEntry)
               "bad.xml: FrequencyStoreEntry[1]/FFM_Settings: Frequency: Please set Value properly.\n"
               "bad.xml: FrequencyStoreEntry[2]/FFM_Settings: FFM_Settings: Please set AnalogDemod properly.\n"
               "bad.xml: 2 entries, 2 faults\n");
+    const QByteArray type = "<Type>airband</Type>";
+    write("odd.xml", read("good.xml").replace(type, type + "<Colour/>").replace(">FM<", ">XM<"));
+    EXPECT_EQ(run("check odd.xml").output,
+              "odd.xml, line 4, column 31: Unknown Tag 'Colour' in 'FrequencyStoreEntry'.\n"
+              "odd.xml: FrequencyStoreEntry[2]/FFM_Settings: FFM_Settings: Please set AnalogDemod properly.\n"
+              "odd.xml: 2 entries, 2 faults\n");
     write("broken.xml", document.left(300));
     EXPECT_EQ(run("check broken.xml").status, 1);
     EXPECT_TRUE(run("check broken.xml").errors.startsWith("velmara: broken.xml, line "));
@@ -272,6 +284,9 @@ TEST_F(Tool, ChecksEveryEntry)
     const Outcome table = run("check bad.csv --type MemoryScan");
     EXPECT_EQ(table.status, 1);
     EXPECT_TRUE(table.errors.contains("line 3")) << table.errors.toStdString();
+    write("many.csv", heading + QByteArray(tower).replace("true", "TRUE").repeated(12));
+    EXPECT_TRUE(run("check many.csv --type MemoryScan").output.endsWith("many.csv: 12 entries, 12 faults\n"));
+    EXPECT_TRUE(run("show many.csv --type MemoryScan").errors.endsWith("the same in 2 more places.\n"));
     write("odd.csv", heading + QByteArray(tower).replace(";8;", ";much;").replace("Tower", "T\xfcr"));
     EXPECT_EQ(run("check odd.csv --type MemoryScan").output,
               "odd.csv: not all of it is in UTF-8; what is not became U+FFFD.\n"
@@ -323,6 +338,9 @@ TEST_F(Tool, JoinsLists)
     write("named.xml", read("a.xml").replace("<FrequencyStoreEntry", name + "<FrequencyStoreEntry"));
     EXPECT_EQ(run("merge all.xml named.xml b.csv --type MemoryScan").status, 0);
     EXPECT_TRUE(read("all.xml").contains(name));
+    writeTagged("hopper.tagged",
+                [](FrequencyStoreEntry& entry) { entry.GetShortTime_Settings().GetBandwidth().SetValue(2); });
+    EXPECT_TRUE(run("merge all.xml hopper.tagged hopper.tagged").output.endsWith("1 entry, 1 dropped\n"));
     EXPECT_EQ(run("merge new.xml a.xml missing.xml").status, 1);
     EXPECT_FALSE(QFile::exists(path("new.xml")));
 }
@@ -364,9 +382,9 @@ TEST_F(Tool, DrawsAnyNumbers)
                 entry.GetFFM_Settings().GetFrequency().SetValue(frequency);
                 entry.GetFFM_Settings().GetIFBandwidth().SetValue(bandwidth);
             });
-            const Outcome outcome = run("plot --from tagged list.tagged -o -");
+            const Outcome outcome = run("plot list.tagged -o -");
             SCOPED_TRACE(testing::Message() << frequency << ' ' << bandwidth << outcome.errors.toStdString());
-            const bool canBeDrawn = frequency >= 0 && frequency <= 1e15;
+            const bool canBeDrawn = frequency >= 0.01 && frequency <= 1e15;
             EXPECT_EQ(outcome.status, canBeDrawn ? 0 : 1);
             EXPECT_EQ(outcome.output.contains("</svg>"), canBeDrawn);
             EXPECT_FALSE(outcome.output.contains("nan") || outcome.output.contains("inf"));

@@ -48,21 +48,24 @@ void addFaults(const ITallyObject& record, const QString& path, QVector<Fault>& 
 /// The faults of a file whose content can be read, one after the other.
 QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
 {
+    constexpr int allCells = std::numeric_limits<int>::max();
     QVector<Fault> faults;
     try {
-        for (const QString& warning : loadList(file, helper))
+        for (const QString& warning : loadList(file, helper, allCells))
             faults += {{}, warning};
         addFaults(listIn(helper), {}, faults);
-    } catch (const TallyFormException&) {
+    } catch (const TallyFormException& failure) {
         if (file.form == Form::Csv) // read as far as it is good
             throw;
         helper.Reset();
         helper.SetValidate(false);
-        loadList(file, helper);
+        loadList(file, helper, allCells);
         helper.SetValidate(true);
         addFaults(listIn(helper), {}, faults);
         if (faults.isEmpty()) // what only a reader that validates takes offence at
             throw;
+        if (failure.GetMessage().contains(QLatin1String("Unknown Tag")))
+            faults.prepend({{}, failure.GetMessage()});
     }
     return faults;
 }

@@ -7,6 +7,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <new>
 
 using namespace Velmara;
@@ -20,6 +21,17 @@ QString listTypes() { return FrequencyStoreListHelper::GetListTypes().join(QStri
 
 const QString help = QStringLiteral("help"), type = QStringLiteral("type"), from = QStringLiteral("from"),
               to = QStringLiteral("to");
+
+std::optional<Form> extensionOf(const QString& path) { return formNamed(QFileInfo(path).suffix()); }
+
+/// "-" for the other names of a standard stream.
+QString nameOfStream(const QString& path, const char* stream, int descriptor)
+{
+    const QStringList names{QStringLiteral("/dev/%1").arg(QLatin1String(stream)),
+                            QStringLiteral("/dev/fd/%1").arg(descriptor),
+                            QStringLiteral("/proc/self/fd/%1").arg(descriptor)};
+    return names.contains(path) ? QStringLiteral("-") : path;
+}
 
 } // namespace
 
@@ -100,12 +112,16 @@ QStringList CommandLine::files(int least, int most) const
         throw UsageError(QStringLiteral("a file is missing."));
     if (files.size() > most)
         throw UsageError(QStringLiteral("'%1' is one file too many.").arg(files[most]));
+    const QStringList options = m_parser.optionNames();
+    const bool isFormTold = options.contains(from) || options.contains(to);
+    if (isFormTold && std::all_of(files.begin(), files.end(), [](const QString& path) { return extensionOf(path); }))
+        throw UsageError(QStringLiteral("the extension of each file tells its form; --from and --to are for others."));
     return files;
 }
 
 ListFile CommandLine::input(const QString& path)
 {
-    ListFile file = listFile(path, from, QStringLiteral("standard input"));
+    ListFile file = listFile(nameOfStream(path, "stdin", STDIN_FILENO), from, QStringLiteral("standard input"));
     if (file.isStream())
         file.path = copyOfStandardInput();
     return file;
@@ -113,7 +129,7 @@ ListFile CommandLine::input(const QString& path)
 
 ListFile CommandLine::output(const QString& path) const
 {
-    return listFile(path, to, QStringLiteral("standard output"));
+    return listFile(nameOfStream(path, "stdout", STDOUT_FILENO), to, QStringLiteral("standard output"));
 }
 
 ListFile CommandLine::listFile(const QString& path, const QString& option, const QString& stream) const
@@ -147,7 +163,7 @@ Form CommandLine::form(const ListFile& file, const QString& option) const
     const auto told = formNamed(value(option));
     if (isSet(option) && !told)
         throw UsageError(QStringLiteral("there is no form '%1'; try csv, xml, tagged or packed.").arg(value(option)));
-    if (const auto form = formNamed(QFileInfo(file.path).suffix()))
+    if (const auto form = extensionOf(file.path))
         return *form;
     if (told)
         return *told;

@@ -67,6 +67,11 @@ QVector<MemberValue> headingOf(const TALLYFORM::ITallyObject& list)
     return values;
 }
 
+QString textOf(const QVector<MemberValue>& values)
+{
+    return textOf(values, [](const QString&) { return true; });
+}
+
 const QString rangeStartPath = QStringLiteral("ShortTime_Settings/Range/StartFreq"),
               rangeStopPath = QStringLiteral("ShortTime_Settings/Range/StopFreq");
 

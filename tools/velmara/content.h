@@ -26,6 +26,9 @@ template <class Passes> QString textOf(const QVector<MemberValue>& values, const
     return text;
 }
 
+/// The same for all values.
+QString textOf(const QVector<MemberValue>& values);
+
 /// Where an entry or a detection result may have a frequency of its own, and the ends of a range.
 QStringList frequencyPaths();
 extern const QString rangeStartPath, rangeStopPath;

@@ -37,11 +37,6 @@ private:
     FrequencyStoreListHelper m_helper;
 };
 
-QString contentOf(const QVector<MemberValue>& values)
-{
-    return textOf(values, [](const QString&) { return true; });
-}
-
 struct Pair
 {
     Entry left, right;
@@ -122,10 +117,10 @@ bool printDifferences(const ListFile& a, const ListFile& b, const Identity& iden
 {
     const List before(a), after(b);
     QVector<Entry> left = before.entries(), right = after.entries();
-    takePairs(left, right, contentOf);
+    takePairs(left, right, [](const QVector<MemberValue>& values) { return textOf(values); });
     const QVector<Pair> changed
         = takePairs(left, right, [&](const QVector<MemberValue>& values) { return identity.of(values); });
-    const bool isHeadingChanged = contentOf(before.heading()) != contentOf(after.heading());
+    const bool isHeadingChanged = textOf(before.heading()) != textOf(after.heading());
     if (!isHeadingChanged && left.isEmpty() && right.isEmpty() && changed.isEmpty())
         return false;
     print(coloured(QStringLiteral("--- %1\n+++ %2\n").arg(a.name, b.name), Colour::Bold));

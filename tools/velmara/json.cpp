@@ -15,7 +15,7 @@ QJsonValue valueOf(const QString& text, Kind kind)
     switch (kind) {
     case Kind::Double: {
         const double number = text.toDouble();
-        return qIsFinite(number) ? QJsonValue(number) : QJsonValue();
+        return qIsFinite(number) ? QJsonValue(number) : QJsonValue(text);
     }
     case Kind::Int:
     case Kind::UnsignedInt: return text.toLongLong();

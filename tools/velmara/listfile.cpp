@@ -85,26 +85,28 @@ void warn(const QStringList& warnings)
         tell(QStringLiteral("warning: ") + warning);
 }
 
-QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper)
+QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, int mostCells)
 {
+    if (QFile reason(file.path); !reason.open(QIODevice::ReadOnly))
+        throw TallyException(reason.errorString());
     ImportReport report;
     LoadWhole(helper.GetFrequencyStoreList(), [&](FrequencyStoreList& fresh) {
         report = FileHandling().ReadCSV(file.path, fresh, std::as_const(helper).GetListType());
         return report.isComplete;
     });
-    const QStringList warnings = warningsOf(file.name, report);
+    const QStringList warnings = warningsOf(file.name, report, mostCells);
     if (report.isComplete)
         return warnings;
     warn(warnings);
     throw TallyException(describe(file.path, report));
 }
 
-QStringList read(const ListFile& file, FrequencyStoreListHelper& helper)
+QStringList read(const ListFile& file, FrequencyStoreListHelper& helper, int mostCells)
 {
     if (file.type == ListType::DetectionResult)
         readRecord(file, helper.GetDetectionResultList());
     else if (file.form == Form::Csv)
-        return readCsv(file, helper);
+        return readCsv(file, helper, mostCells);
     else
         readRecord(file, helper.GetFrequencyStoreList());
     return {};
@@ -179,15 +181,19 @@ std::optional<Form> formNamed(const QString& name)
     return form < 0 ? std::nullopt : std::optional(Form(form));
 }
 
-void readList(const ListFile& file, FrequencyStoreListHelper& helper) { warn(loadList(file, helper)); }
+void readList(const ListFile& file, FrequencyStoreListHelper& helper)
+{
+    constexpr int mostCells = 10;
+    warn(loadList(file, helper, mostCells));
+}
 
-QStringList loadList(const ListFile& file, FrequencyStoreListHelper& helper)
+QStringList loadList(const ListFile& file, FrequencyStoreListHelper& helper, int mostCells)
 {
     const Progress progress(QStringLiteral("reading ") + file.name);
     if (file.type != ListType::Invalid)
         helper.SetListType(file.type);
     try {
-        return read(file, helper);
+        return read(file, helper, mostCells);
     } catch (const TallyFormException& failure) {
         throw failureOf(failure, file.path, file.name);
     }

@@ -55,14 +55,13 @@ private:
     void addEntry(const FrequencyStoreEntry& entry, const QString& place)
     {
         const QVector<MemberValue> values = valuesOf(entry);
-        const QString identity = m_identity.of(values);
+        const QString named = m_identity.of(values), identity = named.isNull() ? textOf(values) : named;
         if (const auto kept = m_kept.constFind(identity); kept != m_kept.constEnd()) {
             const QString how = kept->entry == entry ? QStringLiteral("the same as") : QStringLiteral("though unlike");
             m_dropped += QStringLiteral("%1: dropped, %2 %3: %4").arg(place, how, kept->place, labelOf(values));
             return;
         }
-        if (!identity.isEmpty())
-            m_kept.insert(identity, {place, entry});
+        m_kept.insert(identity, {place, entry});
         m_joined.GetFrequencyStoreList().AppendFrequencyStoreEntry(entry);
     }
 
@@ -79,18 +78,19 @@ int merge(const QStringList& arguments)
 {
     CommandLine line(
         QStringLiteral("Joins the entries of lists under the heading of the first. Of entries that are equal in "
-                       "their frequency, or in\nwhat --by names, the first stays, and the others are told."),
+                       "their frequency, or in\nwhat --by names, the first stays, and the others are told; entries "
+                       "that have none of that must be equal in all."),
         {QStringLiteral("velmara merge all.xml north.xml south.packed"),
          QStringLiteral("velmara merge all.csv a.csv b.csv --type DetectionConventional --by Frequency,StartTime"),
          QStringLiteral("velmara merge all.csv a.csv b.csv --type MemoryScan --by Frequency,Antenna")});
     line.addArgument(QStringLiteral("OUT"), QStringLiteral("The file to write; left alone if anything fails."),
                      QStringLiteral("OUT"));
-    line.addArgument(QStringLiteral("IN"), QStringLiteral("The lists to join."), QStringLiteral("IN..."));
+    line.addArgument(QStringLiteral("IN"), QStringLiteral("The lists to join."), QStringLiteral("IN IN..."));
     line.addInputOptions();
     line.addOutputOption();
     Identity::addOption(line);
     return line.run(arguments, [&] {
-        const QStringList files = line.files(2, std::numeric_limits<int>::max());
+        const QStringList files = line.files(3, std::numeric_limits<int>::max());
         const ListFile out = line.output(files.first());
         if (out.type == ListType::DetectionResult)
             throw UsageError(QStringLiteral("detection results are not joined; convert them to entries first."));

@@ -33,14 +33,13 @@ QString columns(const QStringList& names)
 }
 
 /// One warning for each of the first cells, and one for the rest.
-QStringList warningsAt(const QString& file, const QVector<CsvCell>& cells, QString (*textOf)(const CsvCell&))
+QStringList warningsAt(const QString& file, const QVector<CsvCell>& cells, int most, QString (*textOf)(const CsvCell&))
 {
-    constexpr int limit = 10;
     QStringList warnings;
-    for (const CsvCell& cell : cells.mid(0, limit))
+    for (const CsvCell& cell : cells.mid(0, most))
         warnings += placeOf(file, cell) + textOf(cell);
-    if (cells.size() > limit)
-        warnings += file + QStringLiteral(": the same in %1 more places.").arg(cells.size() - limit);
+    if (cells.size() > most)
+        warnings += file + QStringLiteral(": the same in %1 more places.").arg(cells.size() - most);
     return warnings;
 }
 
@@ -64,7 +63,7 @@ QString describe(const QString& file, const ImportReport& report)
     return isTold ? report.error : placeOf(file, report.failed) + report.error;
 }
 
-QStringList warningsOf(const QString& file, const ImportReport& report)
+QStringList warningsOf(const QString& file, const ImportReport& report, int mostCells)
 {
     QStringList warnings;
     if (report.isMisencoded)
@@ -75,18 +74,28 @@ QStringList warningsOf(const QString& file, const ImportReport& report)
     if (!report.unknownColumns.isEmpty())
         warnings
             += file + QStringLiteral(": passed over the unknown ") + columns(report.unknownColumns) + QLatin1Char('.');
+    if (!report.repeatedColumns.isEmpty())
+        warnings += file + QStringLiteral(": read the first only of the repeated ") + columns(report.repeatedColumns)
+                  + QLatin1Char('.');
     if (!report.missingColumns.isEmpty())
         warnings += file + QStringLiteral(": did not find the ") + columns(report.missingColumns) + QLatin1Char('.');
-    return warnings + warningsAt(file, report.misread, [](const CsvCell&) {
+    return warnings + warningsAt(file, report.misread, mostCells, [](const CsvCell&) {
                return QStringLiteral("not in the form of its column, and not read as it stands.");
            });
 }
 
 QStringList warningsOf(const QString& file, const ExportReport& report)
 {
-    return warningsAt(file, report.damaged, [](const CsvCell& cell) {
+    constexpr int mostCells = 10;
+    QStringList warnings = warningsAt(file, report.damaged, mostCells, [](const CsvCell& cell) {
         return cell.column.isEmpty()
                  ? QStringLiteral("the line is longer than a reader takes.")
                  : QStringLiteral("a separator or a line end within a cell breaks the line for a reader.");
     });
+    if (!report.untuned.isEmpty())
+        warnings += placeOf(file, {report.untuned.first(), {}, {}})
+                  + QStringLiteral("%1 from here on without a fixed frequency, which a reader gets as 0.")
+                        .arg(report.untuned.size() == 1 ? QStringLiteral("1 entry")
+                                                        : QStringLiteral("%1 entries").arg(report.untuned.size()));
+    return warnings;
 }

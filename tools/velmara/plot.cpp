@@ -40,7 +40,7 @@ QVector<Bar> barsOf(const QVector<MemberValue>& values, const QStringList& group
     const QString groupName = group.isEmpty() ? QStringLiteral("(none)") : group;
     QVector<Bar> bars;
     const auto add = [&](double frequency, double left, double right) {
-        if (isOnAxis(frequency) && isOnAxis(left) && isOnAxis(right))
+        if (isOnAxis(left) && isOnAxis(right))
             bars += {left, right, label(values, frequency), groupName};
     };
     if (!from.isNull() && !to.isNull()) {
@@ -53,7 +53,7 @@ QVector<Bar> barsOf(const QVector<MemberValue>& values, const QStringList& group
     const double half = isOnAxis(bandwidth) ? bandwidth / 2 : 0;
     const QStringList centres = frequencyPaths();
     for (const MemberValue& value : values)
-        if (const double centre = value.text.toDouble(); centres.contains(withoutPlaces(value.path)))
+        if (const double centre = value.text.toDouble(); centre > 0 && centres.contains(withoutPlaces(value.path)))
             add(centre, qMax(0., centre - half), qMin(centre + half, Scale::highestFrequency));
     return bars;
 }
