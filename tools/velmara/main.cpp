@@ -22,7 +22,7 @@ const Command commands[] = {
     {"check", "FILE...", "check lists and tell each fault", check},
     {"convert", "IN OUT", "convert a list between CSV, XML, tagged and packed binary", convert},
     {"diff", "A B", "tell how two lists differ", diff},
-    {"merge", "OUT IN...", "join lists and drop what is there twice", merge},
+    {"merge", "OUT IN IN...", "join lists and drop what is there twice", merge},
     {"plot", "FILE -o SVG", "draw a list over its frequencies", plot},
     {"schema", "OPTION", "describe all records", schema},
     {"show", "FILE", "show a list as a table or as JSON", show},
