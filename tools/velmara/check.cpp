@@ -1,9 +1,8 @@
 #include "commandline.h"
 #include "commands.h"
+#include "content.h"
 #include "messages.h"
 #include "terminal.h"
-
-#include <frequencystore/reflection.h>
 
 #include <limits>
 
@@ -64,7 +63,7 @@ QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
         addFaults(listIn(helper), {}, faults);
         if (faults.isEmpty()) // what only a reader that validates takes offence at
             throw;
-        if (failure.GetMessage().contains(QLatin1String("Unknown Tag")))
+        if (failure.GetMessage().contains(QLatin1String("Unknown Tag"))) // passed over without validation
             faults.prepend({{}, failure.GetMessage()});
     }
     return faults;

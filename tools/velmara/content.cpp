@@ -6,6 +6,9 @@
 #include <QRegularExpression>
 
 using namespace Velmara;
+using TALLYFORM::ITallyObject;
+
+using ListType = FrequencyStoreListHelper::ListType;
 
 namespace {
 
@@ -21,7 +24,7 @@ QString at(const QString& path, const MemberDescription& member, int place)
     return member.isList ? QStringLiteral("%1[%2]").arg(path).arg(place + 1) : path;
 }
 
-void addTexts(const MemberDescription& member, const TALLYFORM::ITallyObject& record, const QString& path,
+void addTexts(const MemberDescription& member, const ITallyObject& record, const QString& path,
               QVector<MemberValue>& values)
 {
     int place = 0;
@@ -29,12 +32,12 @@ void addTexts(const MemberDescription& member, const TALLYFORM::ITallyObject& re
         values += {at(path, member, place++), visible(text.trimmed()), &member};
 }
 
-void addValues(const TALLYFORM::ITallyObject& record, const QString& path, QVector<MemberValue>& values)
+void addValues(const ITallyObject& record, const QString& path, QVector<MemberValue>& values)
 {
     for (const MemberDescription& member : DescriptionOf(record).members) {
         const QString own = below(path, member);
         int place = 0;
-        for (const TALLYFORM::ITallyObject* child : member.children(record))
+        for (const ITallyObject* child : member.children(record))
             addValues(*child, at(own, member, place++), values);
         addTexts(member, record, own, values);
     }
@@ -52,14 +55,45 @@ void addPaths(const RecordDescription& description, const QString& path, QString
 
 } // namespace
 
-QVector<MemberValue> valuesOf(const TALLYFORM::ITallyObject& record)
+const ITallyObject& listIn(const FrequencyStoreListHelper& helper)
+{
+    if (helper.GetListType() == ListType::DetectionResult)
+        return helper.GetDetectionResultList();
+    return helper.GetFrequencyStoreList();
+}
+
+const MemberDescription& entriesMember(const ITallyObject& list) { return DescriptionOf(list).members.last(); }
+
+const RecordDescription& entryDescription(ListType type)
+{
+    FrequencyStoreListHelper helper;
+    if (type != ListType::Invalid)
+        helper.SetListType(type);
+    return entriesMember(listIn(helper)).record();
+}
+
+QVector<const ITallyObject*> entriesIn(const FrequencyStoreListHelper& helper)
+{
+    const ITallyObject& list = listIn(helper);
+    return entriesMember(list).children(list);
+}
+
+QString countIn(const FrequencyStoreListHelper& helper)
+{
+    const int count = entriesIn(helper).size();
+    if (helper.GetListType() == ListType::DetectionResult)
+        return count == 1 ? QStringLiteral("1 detection result") : QStringLiteral("%1 detection results").arg(count);
+    return count == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(count);
+}
+
+QVector<MemberValue> valuesOf(const ITallyObject& record)
 {
     QVector<MemberValue> values;
     addValues(record, {}, values);
     return values;
 }
 
-QVector<MemberValue> headingOf(const TALLYFORM::ITallyObject& list)
+QVector<MemberValue> headingOf(const ITallyObject& list)
 {
     QVector<MemberValue> values;
     for (const MemberDescription& member : DescriptionOf(list).members)

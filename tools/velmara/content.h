@@ -1,6 +1,17 @@
 #pragma once
 
-#include <frequencystore/reflection.h>
+#include <frequencystore/frequencystore.h>
+
+/// The list that a helper holds.
+const TALLYFORM::ITallyObject& listIn(const Velmara::FrequencyStoreListHelper& helper);
+/// The member of such a list that holds its entries or detection results.
+const Velmara::MemberDescription& entriesMember(const TALLYFORM::ITallyObject& list);
+/// What such a list of a type has as its entries.
+const Velmara::RecordDescription& entryDescription(Velmara::FrequencyStoreListHelper::ListType type);
+/// The entries or detection results, valid while the list is not changed.
+QVector<const TALLYFORM::ITallyObject*> entriesIn(const Velmara::FrequencyStoreListHelper& helper);
+/// "3 entries"
+QString countIn(const Velmara::FrequencyStoreListHelper& helper);
 
 /// A value somewhere below a record.
 struct MemberValue

@@ -1,5 +1,6 @@
 #include "commandline.h"
 #include "commands.h"
+#include "content.h"
 #include "terminal.h"
 
 using namespace Velmara;

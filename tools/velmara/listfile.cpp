@@ -218,34 +218,3 @@ void writeBytes(const QString& path, const QByteArray& bytes)
     else if (SaveFile(path, bytes, reason) != SaveResult::Saved)
         throw TallyException(QStringLiteral("%1: %2").arg(path, reason));
 }
-
-const ITallyObject& listIn(const FrequencyStoreListHelper& helper)
-{
-    if (helper.GetListType() == ListType::DetectionResult)
-        return helper.GetDetectionResultList();
-    return helper.GetFrequencyStoreList();
-}
-
-const MemberDescription& entriesMember(const ITallyObject& list) { return DescriptionOf(list).members.last(); }
-
-const RecordDescription& entryDescription(ListType type)
-{
-    FrequencyStoreListHelper helper;
-    if (type != ListType::Invalid)
-        helper.SetListType(type);
-    return entriesMember(listIn(helper)).record();
-}
-
-QVector<const ITallyObject*> entriesIn(const FrequencyStoreListHelper& helper)
-{
-    const ITallyObject& list = listIn(helper);
-    return entriesMember(list).children(list);
-}
-
-QString countIn(const FrequencyStoreListHelper& helper)
-{
-    const int count = entriesIn(helper).size();
-    if (helper.GetListType() == ListType::DetectionResult)
-        return count == 1 ? QStringLiteral("1 detection result") : QStringLiteral("%1 detection results").arg(count);
-    return count == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(count);
-}

@@ -32,14 +32,3 @@ QStringList loadList(const ListFile& file, Velmara::FrequencyStoreListHelper& he
 void writeList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
 /// Writes a file, or to standard output for "-". Throws as above.
 void writeBytes(const QString& path, const QByteArray& bytes);
-
-/// The list that a helper holds.
-const TALLYFORM::ITallyObject& listIn(const Velmara::FrequencyStoreListHelper& helper);
-/// The member of such a list that holds its entries or detection results.
-const Velmara::MemberDescription& entriesMember(const TALLYFORM::ITallyObject& list);
-/// What such a list of a type has as its entries.
-const Velmara::RecordDescription& entryDescription(Velmara::FrequencyStoreListHelper::ListType type);
-/// The entries or detection results, valid while the list is not changed.
-QVector<const TALLYFORM::ITallyObject*> entriesIn(const Velmara::FrequencyStoreListHelper& helper);
-/// "3 entries"
-QString countIn(const Velmara::FrequencyStoreListHelper& helper);
