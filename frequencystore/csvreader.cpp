@@ -53,6 +53,29 @@ struct Table
     QVector<Row> rows;
 };
 
+/// For the handler of a failure: notes it if bad rows are skipped, and throws it again if they are not.
+void skipBadRow(const CsvCell& place, const TallyException& failure, ImportReport& report)
+{
+    if (report.badRows == BadRows::EndReading) {
+        report.failed = place;
+        throw;
+    }
+    report.skipped.append({place, failure.GetMessage()});
+}
+
+/// Whether there is one more row, which is in the table then unless it is bad.
+bool loadRow(csv::TableReader& reader, const int& line, Table& table, ImportReport& report)
+{
+    try {
+        if (!reader.readRow(table.columns.size()))
+            return false;
+        table.rows.append({reader.row(), line});
+    } catch (const TallyException& failure) {
+        skipBadRow({line, {}, {}}, failure, report);
+    }
+    return true;
+}
+
 Table load(const QString& file, ImportReport& report)
 {
     Table table;
@@ -62,8 +85,7 @@ Table load(const QString& file, ImportReport& report)
         csv::TextLines lines(table.text);
         csv::TableReader reader(lines, file, line);
         table.columns = csv::cellsOf(reader.header());
-        while (reader.readRow(table.columns.size()))
-            table.rows.append({reader.row(), line});
+        while (loadRow(reader, line, table, report)) {}
         if (reader.hasDataBehindEnd())
             report.emptyLine = line;
     } catch (const TallyException&) {
@@ -120,9 +142,8 @@ void FileHandling::readFormat(QString const& file, FrequencyStoreList& list, con
             csv::split(row.cells, cells);
             append(list, readRow(found, cells, format, place, report));
             ++report.entries;
-        } catch (const TallyException&) {
-            report.failed = place;
-            throw;
+        } catch (const TallyException& failure) {
+            skipBadRow(place, failure, report);
         }
     }
 }

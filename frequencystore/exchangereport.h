@@ -13,6 +13,16 @@ struct CsvCell
     QString text;   ///< the cell as it stands in the file
 };
 
+/// A row of a CSV file that is no entry.
+struct CsvBadRow
+{
+    CsvCell place;  ///< the line, and the cell if one is at fault
+    QString reason; ///< as the exception tells it
+};
+
+/// What a row that is no entry does to the reading of a CSV file.
+enum class BadRows { EndReading, AreSkipped };
+
 /// What reading a CSV file did, and what it met.
 struct ImportReport
 {
@@ -20,6 +30,9 @@ struct ImportReport
     int entries = 0;         ///< how many were appended; those ahead of a failure stay
     QString error;           ///< the reason if reading failed
     CsvCell failed;          ///< where it failed
+
+    BadRows badRows = BadRows::EndReading; ///< as the caller wanted it
+    QVector<CsvBadRow> skipped;            ///< the bad rows, if they are skipped
 
     bool isMisencoded = false;   ///< whether bytes are no characters of the file's encoding, read as U+FFFD
     int emptyLine = 0;           ///< the empty line that ended the data although more stand behind it; 0 if none did

@@ -192,9 +192,10 @@ template <class Report, class Action> Report reported(Action action)
 
 } // namespace
 
-ImportReport FileHandling::ReadCSV(QString const& file, FrequencyStoreList& list, ListType type)
+ImportReport FileHandling::ReadCSV(QString const& file, FrequencyStoreList& list, ListType type, BadRows badRows)
 {
     return reported<ImportReport>([&](ImportReport& report) {
+        report.badRows = badRows;
         const auto read = exchangeOf(type).read;
         if (!read)
             throw TallyException(QStringLiteral("detection results not imported"));

@@ -37,8 +37,10 @@ public:
     /// Whether a file loads as the XML document of a list.
     bool IsValidFormat(QString const& file);
 
-    /// Reads a CSV file as ImportCSV does, and tells what was met on the way; rows ahead of a bad one stay in the list.
-    ImportReport ReadCSV(QString const& file, FrequencyStoreList& list, ListType type);
+    /// Reads a CSV file as ImportCSV does, and tells what was met on the way; rows ahead of a bad one stay in the list,
+    /// those behind it too if bad rows are skipped.
+    ImportReport ReadCSV(QString const& file, FrequencyStoreList& list, ListType type,
+                         BadRows badRows = BadRows::EndReading);
     /// Writes a CSV file of the helper's list type, and tells what was met on the way. A file that was there stays as
     /// it was if writing fails.
     ExportReport WriteCSV(QString const& file, FrequencyStoreListHelper& helper);

@@ -41,6 +41,11 @@ void Velmara::fuzz::run(Input input)
     list.SetValidate(!input.bits()[0]);
     const ImportReport report = FileHandling().ReadCSV(scratchFile(input.rest()), list, type);
     require(report.entries == list.GetFrequencyStoreEntry().size(), "the report counts the entries");
+    FrequencyStoreList all;
+    all.SetValidate(list.GetValidate());
+    const ImportReport skipping = FileHandling().ReadCSV(scratchFile(input.rest()), all, type, BadRows::AreSkipped);
+    require(skipping.entries >= report.entries, "skipping bad rows loses no good one");
+    require(!skipping.skipped.isEmpty() || skipping.error == report.error, "what is skipped is told");
 
     const QByteArray first = exported(list, type);
     if (first.isNull())

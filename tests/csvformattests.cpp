@@ -288,6 +288,15 @@ TEST_F(CsvFormats, TellWhatAnImportMet)
     EXPECT_EQ(reported(target, ListType::TargetList, 0).error, "Profile_Data: Please set ProfileName properly.");
     const QByteArray results = "Type;Frequency;IFBandwidth;LockState\na;1;2;---\na;1;2;lost\n";
     EXPECT_EQ(reported(results, ListType::DataResults, 1).error, "ResultList: Please set Confidence properly.");
+    FrequencyStoreList list;
+    const ImportReport skipping = FileHandling().ReadCSV(write("in.csv", head + "b;1;2;XX\nc;1\nd;1;2;FM\ne;1;2;YY\n"),
+                                                         list, ListType::NotePad, BadRows::AreSkipped);
+    EXPECT_TRUE(skipping.isComplete);
+    EXPECT_EQ(skipping.entries, 2);
+    QStringList skipped;
+    for (const CsvBadRow& row : skipping.skipped)
+        skipped += place(row.place);
+    EXPECT_EQ(skipped, QStringList({"5  ", "4 AnalogDemod XX", "7 AnalogDemod YY"}));
     for (const char* nothing : {"", "\xEF\xBB\xBF"})
         EXPECT_EQ(place(reported(nothing, ListType::NotePad, 0).failed), "0  ");
 

@@ -280,10 +280,16 @@ TEST_F(Tool, ChecksEveryEntry)
     write("broken.xml", document.left(300));
     EXPECT_EQ(run("check broken.xml").status, 1);
     EXPECT_TRUE(run("check broken.xml").errors.startsWith("velmara: broken.xml, line "));
-    write("bad.csv", heading + tower + "marine;x;VHF;156300000.00;25000.00;XM;true;OFF;OFF;ON;10;14;false\n");
-    const Outcome table = run("check bad.csv --type MemoryScan");
-    EXPECT_EQ(table.status, 1);
-    EXPECT_TRUE(table.errors.contains("line 3")) << table.errors.toStdString();
+    write("bad.csv", heading + QByteArray(marine).replace("FM", "XM") + QByteArray(tower).replace("true", "TRUE")
+                         + "marine;x\n" + marine);
+    EXPECT_EQ(
+        run("check bad.csv --type MemoryScan").output,
+        "bad.csv, line 2, column 'AnalogDemod', cell 'XM': enum is not valid "
+        "(classname=FFM_Settings,membername=m_analogDemod)\n"
+        "bad.csv, line 3, column 'Active', cell 'TRUE': not in the form of its column, and not read as it stands.\n"
+        "bad.csv, line 4: Data is corrupt!. It can't be assigned to the header!\n"
+        "bad.csv: 2 entries, 3 faults\n");
+    EXPECT_EQ(run("convert bad.csv bad.xml --type MemoryScan").status, 1);
     write("many.csv", heading + QByteArray(tower).replace("true", "TRUE").repeated(12));
     EXPECT_TRUE(run("check many.csv --type MemoryScan").output.endsWith("many.csv: 12 entries, 12 faults\n"));
     EXPECT_TRUE(run("show many.csv --type MemoryScan").errors.endsWith("the same in 2 more places.\n"));

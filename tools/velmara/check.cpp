@@ -47,18 +47,17 @@ void addFaults(const ITallyObject& record, const QString& path, QVector<Fault>& 
 /// The faults of a file whose content can be read, one after the other.
 QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
 {
-    constexpr int allCells = std::numeric_limits<int>::max();
     QVector<Fault> faults;
     try {
-        for (const QString& warning : loadList(file, helper, allCells))
+        for (const QString& warning : readThoroughly(file, helper))
             faults += {{}, warning};
         addFaults(listIn(helper), {}, faults);
     } catch (const TallyFormException& failure) {
-        if (file.form == Form::Csv) // read as far as it is good
+        if (file.form == Form::Csv)
             throw;
         helper.Reset();
         helper.SetValidate(false);
-        loadList(file, helper, allCells);
+        readThoroughly(file, helper);
         helper.SetValidate(true);
         addFaults(listIn(helper), {}, faults);
         if (faults.isEmpty()) // what only a reader that validates takes offence at
@@ -100,9 +99,9 @@ bool isFaultless(const ListFile& file)
 int check(const QStringList& arguments)
 {
     CommandLine line(
-        QStringLiteral("Reads lists and checks them. Tells the first fault of each record with its place, and "
-                       "all cells of CSV that\ncannot be read as they stand; the exit status is 1 if there "
-                       "was any. A row of CSV that is no entry ends it."),
+        QStringLiteral(
+            "Reads lists and checks them. Tells the first fault of each record with its place, and "
+            "all cells and rows\nof CSV that cannot be read as they stand; the exit status is 1 if there was any."),
         {QStringLiteral("velmara check memoryscan.xml targets.packed"),
          QStringLiteral("velmara check --type Suppress suppress.csv")});
     line.addArgument(QStringLiteral("FILE"), QStringLiteral("The files to check."), QStringLiteral("FILE..."));

@@ -85,28 +85,28 @@ void warn(const QStringList& warnings)
         tell(QStringLiteral("warning: ") + warning);
 }
 
-QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, int mostCells)
+QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, BadRows badRows)
 {
     if (QFile reason(file.path); !reason.open(QIODevice::ReadOnly))
         throw TallyException(reason.errorString());
     ImportReport report;
     LoadWhole(helper.GetFrequencyStoreList(), [&](FrequencyStoreList& fresh) {
-        report = FileHandling().ReadCSV(file.path, fresh, std::as_const(helper).GetListType());
+        report = FileHandling().ReadCSV(file.path, fresh, std::as_const(helper).GetListType(), badRows);
         return report.isComplete;
     });
-    const QStringList warnings = warningsOf(file.name, report, mostCells);
+    const QStringList warnings = warningsOf(file.name, report);
     if (report.isComplete)
         return warnings;
     warn(warnings);
     throw TallyException(describe(file.path, report));
 }
 
-QStringList read(const ListFile& file, FrequencyStoreListHelper& helper, int mostCells)
+QStringList read(const ListFile& file, FrequencyStoreListHelper& helper, BadRows badRows)
 {
     if (file.type == ListType::DetectionResult)
         readRecord(file, helper.GetDetectionResultList());
     else if (file.form == Form::Csv)
-        return readCsv(file, helper, mostCells);
+        return readCsv(file, helper, badRows);
     else
         readRecord(file, helper.GetFrequencyStoreList());
     return {};
@@ -129,6 +129,18 @@ TallyException failureOf(const TallyFormException& failure, const QString& path,
     if (!tellsFile(message, path))
         message = name + QStringLiteral(": ") + message;
     return TallyException(message.replace(path, name) + adviceFor(message));
+}
+
+QStringList load(const ListFile& file, FrequencyStoreListHelper& helper, BadRows badRows)
+{
+    const Progress progress(QStringLiteral("reading ") + file.name);
+    if (file.type != ListType::Invalid)
+        helper.SetListType(file.type);
+    try {
+        return read(file, helper, badRows);
+    } catch (const TallyFormException& failure) {
+        throw failureOf(failure, file.path, file.name);
+    }
 }
 
 QByteArray packedForm(const FrequencyStoreList& list)
@@ -181,22 +193,11 @@ std::optional<Form> formNamed(const QString& name)
     return form < 0 ? std::nullopt : std::optional(Form(form));
 }
 
-void readList(const ListFile& file, FrequencyStoreListHelper& helper)
-{
-    constexpr int mostCells = 10;
-    warn(loadList(file, helper, mostCells));
-}
+void readList(const ListFile& file, FrequencyStoreListHelper& helper) { warn(load(file, helper, BadRows::EndReading)); }
 
-QStringList loadList(const ListFile& file, FrequencyStoreListHelper& helper, int mostCells)
+QStringList readThoroughly(const ListFile& file, FrequencyStoreListHelper& helper)
 {
-    const Progress progress(QStringLiteral("reading ") + file.name);
-    if (file.type != ListType::Invalid)
-        helper.SetListType(file.type);
-    try {
-        return read(file, helper, mostCells);
-    } catch (const TallyFormException& failure) {
-        throw failureOf(failure, file.path, file.name);
-    }
+    return load(file, helper, BadRows::AreSkipped);
 }
 
 void writeList(const ListFile& file, FrequencyStoreListHelper& helper)

@@ -24,8 +24,8 @@ struct ListFile
 /// Reads and checks a list of store entries, or of detection results for that list type, into the helper; warns of what
 /// is not as it should be. Throws TallyFormException, which tells the place in the file where it is known.
 void readList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
-/// The same, but gives the warnings, with so many cells of CSV at most.
-QStringList loadList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper, int mostCells);
+/// The same, but goes on behind rows of CSV that are no entries, and gives all that there is to say of the file.
+QStringList readThoroughly(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
 
 /// Writes the list; detection results become store entries in all forms but CSV. Warns of what a reader will not get
 /// back. Throws TallyFormException; a file that was there then stays as it was, and standard output gets nothing.

@@ -2,6 +2,8 @@
 
 #include "terminal.h"
 
+#include <algorithm>
+
 using namespace TALLYFORM;
 using namespace Velmara;
 
@@ -32,15 +34,43 @@ QString columns(const QStringList& names)
          + list.join(QStringLiteral(", "));
 }
 
-/// One warning for each of the first cells, and one for the rest.
-QStringList warningsAt(const QString& file, const QVector<CsvCell>& cells, int most, QString (*textOf)(const CsvCell&))
+struct Remark
+{
+    CsvCell cell;
+    QString text;
+};
+
+constexpr int fewRemarks = 10, manyRemarks = 100000; // whose text takes some 30 MB
+
+/// One warning for each of the first remarks, and one for the rest.
+QStringList warningsOf(const QString& file, const QVector<Remark>& remarks, int most)
 {
     QStringList warnings;
-    for (const CsvCell& cell : cells.mid(0, most))
-        warnings += placeOf(file, cell) + textOf(cell);
-    if (cells.size() > most)
-        warnings += file + QStringLiteral(": the same in %1 more places.").arg(cells.size() - most);
+    for (const Remark& remark : remarks.mid(0, most))
+        warnings += placeOf(file, remark.cell) + remark.text;
+    if (remarks.size() > most)
+        warnings += file + QStringLiteral(": the same in %1 more places.").arg(remarks.size() - most);
     return warnings;
+}
+
+/// What there is to say of rows and cells, in their order.
+QVector<Remark> remarksOn(const ImportReport& report)
+{
+    QVector<Remark> remarks;
+    for (const CsvBadRow& row : report.skipped)
+        remarks += {row.place, row.reason};
+    for (const CsvCell& cell : report.misread)
+        remarks += {cell, QStringLiteral("not in the form of its column, and not read as it stands.")};
+    std::stable_sort(remarks.begin(), remarks.end(),
+                     [](const Remark& a, const Remark& b) { return a.cell.line < b.cell.line; });
+    return remarks;
+}
+
+QString reasonOf(const CsvCell& damaged)
+{
+    return damaged.column.isEmpty()
+             ? QStringLiteral("the line is longer than a reader takes.")
+             : QStringLiteral("a separator or a line end within a cell breaks the line for a reader.");
 }
 
 } // namespace
@@ -63,7 +93,7 @@ QString describe(const QString& file, const ImportReport& report)
     return isTold ? report.error : placeOf(file, report.failed) + report.error;
 }
 
-QStringList warningsOf(const QString& file, const ImportReport& report, int mostCells)
+QStringList warningsOf(const QString& file, const ImportReport& report)
 {
     QStringList warnings;
     if (report.isMisencoded)
@@ -79,19 +109,16 @@ QStringList warningsOf(const QString& file, const ImportReport& report, int most
                   + QLatin1Char('.');
     if (!report.missingColumns.isEmpty())
         warnings += file + QStringLiteral(": did not find the ") + columns(report.missingColumns) + QLatin1Char('.');
-    return warnings + warningsAt(file, report.misread, mostCells, [](const CsvCell&) {
-               return QStringLiteral("not in the form of its column, and not read as it stands.");
-           });
+    const int most = report.badRows == BadRows::AreSkipped ? manyRemarks : fewRemarks;
+    return warnings + warningsOf(file, remarksOn(report), most);
 }
 
 QStringList warningsOf(const QString& file, const ExportReport& report)
 {
-    constexpr int mostCells = 10;
-    QStringList warnings = warningsAt(file, report.damaged, mostCells, [](const CsvCell& cell) {
-        return cell.column.isEmpty()
-                 ? QStringLiteral("the line is longer than a reader takes.")
-                 : QStringLiteral("a separator or a line end within a cell breaks the line for a reader.");
-    });
+    QVector<Remark> remarks;
+    for (const CsvCell& cell : report.damaged)
+        remarks += {cell, reasonOf(cell)};
+    QStringList warnings = warningsOf(file, remarks, fewRemarks);
     if (!report.untuned.isEmpty())
         warnings += placeOf(file, {report.untuned.first(), {}, {}})
                   + QStringLiteral("%1 from here on without a fixed frequency, which a reader gets as 0.")

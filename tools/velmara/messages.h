@@ -10,8 +10,8 @@ QString describe(const TALLYFORM::TallyFormException& failure);
 bool tellsFile(const QString& message, const QString& file);
 /// Why a file could not be read.
 QString describe(const QString& file, const Velmara::ImportReport& report);
-/// What of a file was not read as it stands there, with a warning for each of so many cells at most, and one for the
-/// rest.
-QStringList warningsOf(const QString& file, const Velmara::ImportReport& report, int mostCells);
+/// What of a file was not read as it stands there. Tells all if bad rows were skipped, else the first of many like
+/// cases.
+QStringList warningsOf(const QString& file, const Velmara::ImportReport& report);
 /// What of a file that was written will not be read back as it was.
 QStringList warningsOf(const QString& file, const Velmara::ExportReport& report);
