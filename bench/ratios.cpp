@@ -19,10 +19,10 @@ constexpr int entries = 20000;
 constexpr int fewEntries = 2000;
 constexpr int manyEntries = 200000;
 
-constexpr Repetitions turns{.rounds = 7, .libraryRuns = 1, .floorRuns = 1};
+constexpr Repetitions turns{.rounds = 7, .velmaraRuns = 1, .floorRuns = 1};
 /// Equally many runs for both: what the other side drove out of the processor's caches comes back over some runs.
-constexpr Repetitions shortTurns{.rounds = 9, .libraryRuns = 5, .floorRuns = 5};
-constexpr Repetitions growthTurns{.rounds = 5, .libraryRuns = 3, .floorRuns = 10};
+constexpr Repetitions shortTurns{.rounds = 9, .velmaraRuns = 5, .floorRuns = 5};
+constexpr Repetitions growthTurns{.rounds = 5, .velmaraRuns = 3, .floorRuns = 10};
 
 void announce(const char* what) { std::fprintf(stderr, "measuring %s\n", what); }
 
@@ -43,13 +43,13 @@ struct Subject
 
 Row rowOf(const char* name, const Comparison& time, double goal, double size, int libraryCount, int floorCount)
 {
-    const double library = time.library / libraryCount;
+    const double library = time.velmara / libraryCount;
     const double floor = time.floor / floorCount;
     const double ratio = time.ratio * floorCount / libraryCount;
     return {QString::fromUtf8(name),
             microseconds(library),
             microseconds(floor),
-            megabytesPerSecond(size, time.library),
+            megabytesPerSecond(size, time.velmara),
             ratio,
             goal};
 }

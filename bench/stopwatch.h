@@ -48,7 +48,7 @@ inline double median(std::vector<double> values)
 struct Repetitions
 {
     int rounds;
-    int libraryRuns; ///< in a turn
+    int velmaraRuns; ///< in a turn
     int floorRuns;
 
     static constexpr int fewestRounds = 3;
@@ -58,7 +58,7 @@ struct Repetitions
 /// Medians over the rounds.
 struct Comparison
 {
-    double library = 0; ///< seconds
+    double velmara = 0; ///< seconds
     double floor = 0;
     double ratio = 0; ///< within a round, whose times share what came over the machine
 };
@@ -77,7 +77,7 @@ template <class Library, class Floor> Comparison compare(Repetitions repetitions
                 seconds.push_back(secondsOf(action));
         };
         takeTurn(floors, repetitions.floorRuns, floor);
-        takeTurn(libraries, repetitions.libraryRuns, library);
+        takeTurn(libraries, repetitions.velmaraRuns, library);
         takeTurn(floors, repetitions.floorRuns, floor);
         librarySeconds.push_back(median(libraries));
         floorSeconds.push_back(median(floors));

@@ -18,7 +18,7 @@ bool isGoalMet(const Row& row) { return decimals(row.ratio, 2).toDouble() <= *ro
 
 Cells cellsOf(const Row& row)
 {
-    Cells cells{row.name, row.library, row.floor, row.rate, decimals(row.ratio, 2), {}, {}};
+    Cells cells{row.name, row.velmara, row.floor, row.rate, decimals(row.ratio, 2), {}, {}};
     if (row.goal) {
         cells[5] = QStringLiteral("≤ ") + decimals(*row.goal, 2);
         cells[6] = isGoalMet(row) ? QStringLiteral("yes") : QStringLiteral("no");

@@ -13,7 +13,7 @@ namespace Velmara::bench {
 struct Row
 {
     QString name;
-    QString library; ///< what an entry takes
+    QString velmara; ///< what an entry takes
     QString floor;   ///< what it takes without the library
     QString rate;    ///< of the library
     double ratio = 0;

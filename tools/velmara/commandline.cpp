@@ -3,6 +3,8 @@
 #include "messages.h"
 #include "terminal.h"
 
+#include <base/files.h>
+
 #include <QFileInfo>
 
 #include <unistd.h>
@@ -151,8 +153,12 @@ QString CommandLine::copyOfStandardInput()
     QFile input;
     bool isGood = m_standardInput->open() && input.open(STDIN_FILENO, QIODevice::ReadOnly);
     constexpr qint64 portion = 1 << 20;
-    for (QByteArray bytes = input.read(portion); isGood && !bytes.isEmpty(); bytes = input.read(portion))
+    while (isGood && m_standardInput->pos() <= GetInputLimit()) { // beyond it, reading the copy fails
+        const QByteArray bytes = input.read(portion);
+        if (bytes.isEmpty())
+            break;
         isGood = m_standardInput->write(bytes) == bytes.size();
+    }
     if (!isGood || !m_standardInput->flush())
         throw TallyException(QStringLiteral("standard input: %1").arg(m_standardInput->errorString()));
     return m_standardInput->fileName();
