@@ -143,6 +143,17 @@ QStringList load(const ListFile& file, FrequencyStoreListHelper& helper, BadRows
     }
 }
 
+/// In portions, whatever its size.
+void printFile(const QString& path)
+{
+    constexpr qint64 portion = 1 << 20;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw TallyException(file.errorString());
+    for (QByteArray bytes = file.read(portion); !bytes.isEmpty(); bytes = file.read(portion))
+        print(bytes);
+}
+
 QByteArray packedForm(const FrequencyStoreList& list)
 {
     QByteArray bytes;
@@ -208,7 +219,7 @@ void writeList(const ListFile& file, FrequencyStoreListHelper& helper)
     const QTemporaryDir folder; // standard output is to get all or nothing, too
     const QString path = folder.filePath(QStringLiteral("list"));
     writeTo(path, file, helper);
-    print(bytesOf(path));
+    printFile(path);
 }
 
 void writeBytes(const QString& path, const QByteArray& bytes)
