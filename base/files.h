@@ -19,34 +19,14 @@ enum class SaveResult { Saved, NotOpened, NotWritten, NotProduced };
 
 /// Writes a file as a whole or not at all: at any moment the path holds the old content or the new one. Links are
 /// followed, and owner, group and permissions stay, as far as the system allows. What is no regular file, such as a
-/// pipe or a device, is written as it stands. Tells the reason if saving failed.
+/// pipe or a device, is written as it stands, and so is a file that no new one can take the place of. Tells the reason
+/// if saving failed.
 TALLYBASE_EXPORT SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason);
 /// The same with content that need not be there as a whole: `produce` hands it to the drain that it gets, and then
 /// gives true; with false, which has no reason here, or an exception nothing is saved. The disk is not touched before
 /// the first bytes come.
 TALLYBASE_EXPORT SaveResult SaveFile(const QString& path, const std::function<bool(const ByteDrain&)>& produce,
                                      QString& reason);
-
-/// An open file from its position on, if it is no larger than the limit in bytes.
-class LimitedFile
-{
-public:
-    /// Of a file that outlives this.
-    LimitedFile(QFile& file, qint64 limit);
-
-    /// Fills `size` bytes, but at the end of the file; gives how many. On failure there are no more.
-    int read(char* to, int size);
-    /// Why reading failed; null if it did not.
-    const QString& reason() const { return m_reason; }
-
-private:
-    void check(qint64 size);
-
-    QFile& m_file;
-    qint64 m_limit;
-    qint64 m_size = 0;
-    QString m_reason;
-};
 
 /// Reads an open file from its position to its end; false, with the reason, if it cannot be read or is too large.
 TALLYBASE_EXPORT bool ReadFile(QFile& file, QByteArray& content, QString& reason);

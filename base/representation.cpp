@@ -1,5 +1,7 @@
 #include "base/exceptions.h"
 #include "base/files.h"
+#include "base/limitedfile.h"
+#include "base/readstatus.h"
 #include "base/report.h"
 #include "base/tallyobject.h"
 
@@ -52,7 +54,7 @@ bool isCompressed(const QByteArray& bytes)
     constexpr char deflated = 0x78;    // the first byte of zlib's default method and window
     constexpr qint64 bestRatio = 1032; // no deflated byte stands for more, so a larger size is a lie
     return bytes.size() > wordSize && bytes[wordSize] == deflated
-        && *wordAt(bytes, 0) <= qMin(bytes.size() * bestRatio, GetInputLimit());
+        && *wordAt(bytes, 0) <= qMin(bytes.size() * bestRatio, limitInMemory());
 }
 
 /// The bytes that were compressed, if they are as many as announced: qUncompress would go on to any size.
@@ -85,6 +87,7 @@ void demandLength(const ITallyObject& object, bool isRight)
 /// Reads what stands behind the tag; a failure is told with the byte that was reached.
 void readBody(ITallyObject& object, QDataStream& stream, const QString& source, std::optional<int> expectedLength)
 {
+    const ReadStatus status(stream);
     try {
         qint32 length = 0;
         stream >> length;
@@ -116,7 +119,10 @@ bool readRepresentation(ITallyObject& object, quint32 tag, const QByteArray& byt
 
 bool ITallyObject::GetBinaryRepresentation(QDataStream& stream) const
 {
-    return GetBinary(stream, int(m_id), true) && stream.status() == QDataStream::Ok;
+    if (!GetBinary(stream, int(m_id), true) || stream.status() != QDataStream::Ok)
+        return false;
+    reportUncarried(*this, WrittenForm::Tagged, sourceFile(), __LINE__);
+    return true;
 }
 
 QByteArray ITallyObject::GetBinaryRepresentationAsQByteArray() const

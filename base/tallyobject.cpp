@@ -61,6 +61,8 @@ void ITallyObject::ProcessXml(QXmlStreamReader& reader)
 
 void ITallyObject::ProcessXmlStartElement(QXmlStreamReader&) {}
 
+QString ITallyObject::FindUncarried(WrittenForm) const { return {}; }
+
 QString ITallyObject::GetTextValue(QXmlStreamReader& reader) const
 {
     ElementText text;

@@ -24,6 +24,9 @@ namespace TALLYFORM {
 
 class Logger;
 
+/// The forms that write values as texts.
+enum class WrittenForm { Xml, Tagged };
+
 /// What every record is to the outside: a named object that can be checked, written and read.
 ///
 /// Reading goes over what the object holds. If it fails, by false or by an exception, the object stays as it was where
@@ -161,11 +164,6 @@ public:
     /// Passes over the `length` bytes of a field that the object does not know.
     static void skipCurrentElement(QDataStream& stream, int length, int tag);
 
-    /// Appends the object's element in UTF-8 to a document, indented by one blank a level or not at all; false if it
-    /// holds what XML cannot carry. Throws what Check throws. From a long document `drain`, if there is one, may take
-    /// what is there so far, which then leaves it.
-    virtual bool AppendXml(QByteArray& document, bool isIndented, const ByteDrain& drain = nullptr) const;
-
 protected:
     /// An object of a class: with its identifier.
     ITallyObject(qint64 id, ObjectTypes type) : m_id(quint32(id)), m_type(type) {}
@@ -181,6 +179,15 @@ protected:
 
     /// The text of the current element, see ReadElementText; never null.
     QString GetTextValue(QXmlStreamReader& reader) const;
+
+public:
+    /// Appends the object's element in UTF-8 to a document, indented by one blank a level or not at all; false if it
+    /// holds what XML cannot carry. Throws what Check throws. From a long document `drain`, if there is one, may take
+    /// what is there so far, which then leaves it.
+    virtual bool AppendXml(QByteArray& document, bool isIndented, const ByteDrain& drain = nullptr) const;
+    /// The first content that a form cannot carry, with its place: "FrequencyStoreEntry[2]/Comment: A character that
+    /// XML cannot carry."; null if there is none, or none that the object knows of.
+    virtual QString FindUncarried(WrittenForm form) const;
 
 private:
     /// What most objects do without or share with a whole tree, so that objects are small.

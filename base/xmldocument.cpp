@@ -109,8 +109,15 @@ bool appendElement(const ITallyObject& object, QByteArray& document, bool isInde
     const bool isCarried = object.AppendXml(document, isIndented, drain ? noticed : nullptr);
     if (!isDrained && document.size() == before)
         return refuse(object, object.GetObjectName() + QLatin1String(": Nothing to write."), __LINE__);
-    return isCarried
-        || refuse(object, object.GetObjectName() + QLatin1String(": A character that XML cannot carry."), __LINE__);
+    if (isCarried) {
+        reportUncarried(object, WrittenForm::Xml, sourceFile(), __LINE__);
+        return true;
+    }
+    const QString uncarried = object.FindUncarried(WrittenForm::Xml);
+    return refuse(object,
+                  object.GetObjectName() + QLatin1String(": ")
+                      + (uncarried.isNull() ? QStringLiteral("A character that XML cannot carry.") : uncarried),
+                  __LINE__);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "base/xmlinput.h"
 
+#include "base/files.h"
+
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
@@ -7,6 +9,7 @@
 #include <cstring>
 #include <iterator>
 #include <string>
+#include <utility>
 
 namespace TALLYFORM {
 
@@ -37,16 +40,56 @@ template <class Char> const Char* firstLonelyOpen(const Char* at, const Char* en
     return at;
 }
 
-QTextCodec* foreignCodecOf(const QByteArray& document)
+/// The encoding that the first bytes of a document tell, by a byte order mark or by how wide its first '<' is; null for
+/// one that they don't.
+QByteArray encodingByFirstBytes(const QByteArray& document)
 {
-    QTextCodec* codec = QTextCodec::codecForUtfText(document, nullptr);
-    if (!codec) {
-        QXmlStreamReader declaration(document.left(1024));
-        declaration.readNext();
-        codec = QTextCodec::codecForName(declaration.documentEncoding().toLatin1());
-    }
-    constexpr int utf8 = 106;
-    return codec && codec->mibEnum() != utf8 ? codec : nullptr;
+    const std::pair<QByteArray, const char*> beginnings[] = {
+        {"\xEF\xBB\xBF", "UTF-8"},
+        {QByteArray("\xFF\xFE\0\0", 4), "UTF-32LE"},
+        {QByteArray("\0\0\xFE\xFF", 4), "UTF-32BE"},
+        {QByteArray("<\0\0\0", 4), "UTF-32LE"},
+        {QByteArray("\0\0\0<", 4), "UTF-32BE"},
+        {"\xFF\xFE", "UTF-16LE"},
+        {"\xFE\xFF", "UTF-16BE"},
+        {QByteArray("<\0", 2), "UTF-16LE"},
+        {QByteArray("\0<", 2), "UTF-16BE"},
+    };
+    const auto found = std::find_if(std::begin(beginnings), std::end(beginnings),
+                                    [&](const auto& each) { return document.startsWith(each.first); });
+    return found == std::end(beginnings) ? QByteArray() : QByteArray(found->second);
+}
+
+/// The encoding that a document declares; null if it declares none. Refused is all but the few that documents come in:
+/// in others a tag may look like something else.
+QByteArray declaredEncoding(const QByteArray& document, QString& refusal)
+{
+    static const char* const accepted[] = {"UTF-8",    "UTF-16",   "UTF-16LE",   "UTF-16BE", "UTF-32",
+                                           "UTF-32LE", "UTF-32BE", "ISO-8859-1", "US-ASCII", "windows-1252"};
+    constexpr int longest = 1024;
+    QXmlStreamReader declaration(document.left(longest));
+    declaration.readNext();
+    const QByteArray name = declaration.documentEncoding().toLatin1();
+    if (declaration.error() == QXmlStreamReader::PrematureEndOfDocumentError && document.size() > longest)
+        refusal = QStringLiteral("The XML declaration is too long.");
+    else if (!name.isEmpty() && std::none_of(std::begin(accepted), std::end(accepted), [&](const char* each) {
+                 return name.compare(each, Qt::CaseInsensitive) == 0;
+             }))
+        refusal = QStringLiteral("The encoding '%1' is not accepted.").arg(QLatin1String(name));
+    return name;
+}
+
+/// Null for UTF-8.
+QTextCodec* foreignCodecOf(const QByteArray& document, QString& refusal)
+{
+    QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
+    QTextCodec* const byBytes = QTextCodec::codecForName(encodingByFirstBytes(document));
+    if (byBytes && byBytes != utf8)
+        return byBytes;
+    QTextCodec* const declared = QTextCodec::codecForName(declaredEncoding(document, refusal));
+    if (!declared || declared == utf8)
+        return nullptr;
+    return byBytes ? byBytes : declared; // the parser itself would follow the declaration
 }
 
 bool beginsName(char16_t c)
@@ -105,7 +148,7 @@ XmlFile::XmlFile(QFile& file) : m_file(file, GetInputLimit())
 {
     open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     fetch();
-    m_codec = foreignCodecOf(m_portion);
+    m_codec = foreignCodecOf(m_portion, m_refusal);
     search();
 }
 
@@ -121,7 +164,7 @@ void XmlFile::search()
 {
     if (!m_codec)
         m_search.pass(m_portion);
-    if (m_search.hasFound())
+    if (m_search.hasFound() || !m_refusal.isNull())
         m_portion.clear();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/files.h"
+#include "base/limitedfile.h"
 
 #include <QByteArray>
 #include <QIODevice>
@@ -43,7 +43,12 @@ public:
     /// The codec of a document in another encoding than UTF-8; null for one in UTF-8.
     const QTextCodec* foreignCodec() const { return m_codec; }
     /// Why it ended early; null if it did not.
-    QString reason() const { return m_search.hasFound() ? CrowdedTagSearch::reason() : m_file.reason(); }
+    QString reason() const
+    {
+        if (!m_refusal.isNull())
+            return m_refusal;
+        return m_search.hasFound() ? CrowdedTagSearch::reason() : m_file.reason();
+    }
 
     bool isSequential() const override { return true; }
 
@@ -57,7 +62,8 @@ private:
 
     LimitedFile m_file;
     QByteArray m_portion;
-    int m_at = 0; ///< what of the portion was handed out
+    int m_at = 0;      ///< what of the portion was handed out
+    QString m_refusal; ///< of its encoding
     QTextCodec* m_codec;
     CrowdedTagSearch m_search;
 };

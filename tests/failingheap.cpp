@@ -22,6 +22,8 @@
 namespace {
 
 std::atomic<int> untilFailure = 0;
+std::atomic<bool> isLasting = false;
+std::atomic<bool> isExhausted = false;
 std::atomic<int> held = 0;
 
 void* callers[64];
@@ -29,9 +31,12 @@ int callerCount = 0;
 
 bool isRefused()
 {
+    if (isExhausted)
+        return true;
     if (untilFailure <= 0 || --untilFailure != 0)
         return false;
     callerCount = backtrace(callers, int(std::size(callers)));
+    isExhausted = isLasting.load();
     return true;
 }
 
@@ -45,8 +50,18 @@ void forget(void* block) { held -= block != nullptr; }
 
 } // namespace
 
-void FailingHeap::failAt(int n) { untilFailure = n; }
-bool FailingHeap::hasFailed() { return untilFailure.exchange(0) == 0; }
+void FailingHeap::failAt(int n, Extent extent)
+{
+    isLasting = extent == Extent::FromThenOn;
+    untilFailure = n;
+}
+
+bool FailingHeap::hasFailed()
+{
+    isExhausted = false;
+    return untilFailure.exchange(0) == 0;
+}
+
 bool FailingHeap::hasFailedWithin(const char* name)
 {
     return std::any_of(callers, callers + callerCount, [=](const void* caller) {

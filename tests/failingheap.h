@@ -4,8 +4,9 @@
 /// operator new alone that fails, and not what Qt's containers ask of malloc.
 namespace FailingHeap {
 
-/// Lets the n-th request from now on fail, and no other.
-void failAt(int n);
+enum class Extent { Once, FromThenOn };
+/// Lets the n-th request from now on fail, and no other or all later ones too.
+void failAt(int n, Extent extent);
 /// Ends that; tells whether the request came.
 bool hasFailed();
 /// Whether the request came from within a function, given by a part of its linkage name.

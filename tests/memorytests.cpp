@@ -4,6 +4,8 @@
 #include "exchangefixture.h"
 #include "failingheap.h"
 
+#include <QDir>
+
 using namespace Velmara;
 using namespace TALLYFORM;
 
@@ -39,15 +41,22 @@ const FrequencyStoreList& sample()
 class FailingMemory : public ExchangeTest
 {
 protected:
-    /// Runs an action on an object that is fresh each time, while the first request fails, then the second, and so on.
-    /// `isRight` tells whether the object is as it may be, being told whether the action succeeded.
+    /// Runs an action on an object that is fresh each time, while the first request fails, then the second, and so on,
+    /// alone or with all that follow. `isRight` tells whether the object is as it may be, being told whether the action
+    /// succeeded.
     template <class Make, class Action, class Test> void tryAll(Make make, Action action, Test isRight)
+    {
+        for (const auto extent : {FailingHeap::Extent::Once, FailingHeap::Extent::FromThenOn})
+            tryAll(extent, make, action, isRight);
+    }
+    template <class Make, class Action, class Test>
+    void tryAll(FailingHeap::Extent extent, Make make, Action action, Test isRight)
     {
         int n = 0; // the first run makes what is made once for the process
         const auto isFailing = [&] {
             auto object = make();
             bool isDone = false;
-            FailingHeap::failAt(n);
+            FailingHeap::failAt(n, extent);
             try {
                 isDone = action(object);
             } catch (const std::bad_alloc&) {
@@ -89,7 +98,7 @@ protected:
         tryAll([] { return FrequencyStoreList(); }, action, isRight);
     }
 
-    /// Saves a list to a file, which must then hold the old content or the new one.
+    /// Saves a list to a file, which must then hold the old content or the new one, with nothing beside it.
     template <class Action> void trySave(Action action)
     {
         FrequencyStoreList list = m_expected;
@@ -101,7 +110,8 @@ protected:
         };
         tryAll(make, action, [&](FrequencyStoreList& saved, bool isDone) {
             const QByteArray content = read("file");
-            return saved == m_expected && (content == whole || (!isDone && content == "old"));
+            return saved == m_expected && (content == whole || (!isDone && content == "old"))
+                && QDir(path("")).entryList(QDir::Files | QDir::Hidden) == QStringList{"file"};
         });
     }
 

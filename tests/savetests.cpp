@@ -23,17 +23,38 @@ using ListType = FrequencyStoreListHelper::ListType;
 
 namespace {
 
-bool isSyncFailing = false;
+/// What the system refuses.
+bool isSyncFailing = false, isDiskFull = false, isMountPoint = false, areNamesNeeded = false;
+
+template <class... Argument> int refusedOr(bool isRefused, int error, long call, Argument... arguments)
+{
+    if (!isRefused)
+        return int(syscall(call, arguments...));
+    errno = error;
+    return -1;
+}
 
 } // namespace
 
 /// The disk may tell only now that it is full.
-extern "C" Q_DECL_EXPORT int fdatasync(int file)
+extern "C" Q_DECL_EXPORT int fdatasync(int file) { return refusedOr(isSyncFailing, ENOSPC, SYS_fdatasync, file); }
+
+/// Of a disk that is full this asks for room.
+extern "C" Q_DECL_EXPORT int posix_fallocate(int file, off_t from, off_t size) noexcept
 {
-    if (!isSyncFailing)
-        return int(syscall(SYS_fdatasync, file));
-    errno = ENOSPC;
-    return -1;
+    return refusedOr(isDiskFull, ENOSPC, SYS_fallocate, file, 0, from, size) == 0 ? 0 : errno;
+}
+
+/// A file that is mounted where it is, as containers have them, cannot be replaced.
+extern "C" Q_DECL_EXPORT int rename(const char* from, const char* to) noexcept
+{
+    return refusedOr(isMountPoint, EBUSY, SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0);
+}
+
+/// By this a save finds out whether a file can do without a name.
+extern "C" Q_DECL_EXPORT int access(const char* path, int mode) noexcept
+{
+    return refusedOr(areNamesNeeded, ENOENT, SYS_faccessat, AT_FDCWD, path, mode);
 }
 
 namespace {
@@ -184,11 +205,12 @@ protected:
     }
     QByteArray content() const { return read(GetParam().file); }
     QStringList files() const { return QDir(path("")).entryList(QDir::Files | QDir::Hidden); }
-    void expectRefused(const QString& to) const
+    void expectRefused(const QString& to, const QString& reason = {}) const
     {
         traces().clear();
         EXPECT_FALSE(save(to)) << qPrintable(to);
-        EXPECT_EQ(traces().join('|').contains(to), GetParam().isTracing) << qPrintable(traces().join('|'));
+        const QString trace = traces().join('|');
+        EXPECT_EQ(trace.contains(to) && trace.contains(reason), GetParam().isTracing) << qPrintable(trace);
     }
     static struct stat stateOf(const QString& file)
     {
@@ -225,9 +247,58 @@ TEST_P(SavingHere, ADiskThatTellsOnlyLaterThatItIsFullLeavesTheFileAsItWas)
 {
     write(GetParam().file, "precious");
     isSyncFailing = true;
-    expectRefused(target());
-    isSyncFailing = false;
+    for (const bool areNamed : {false, true}) {
+        areNamesNeeded = areNamed;
+        expectRefused(target(), "No space left on device");
+    }
+    isSyncFailing = areNamesNeeded = false;
     EXPECT_EQ(content(), "precious");
+    EXPECT_EQ(files(), QStringList{GetParam().file}) << "no remains";
+}
+
+TEST_P(SavingHere, AFileMayNeedANameWhileItIsMade)
+{
+    const QByteArray expected = whole();
+    areNamesNeeded = true;
+    EXPECT_TRUE(save(target()));
+    areNamesNeeded = false;
+    EXPECT_EQ(content(), expected);
+    EXPECT_EQ(files().size(), 2) << "no remains";
+    const QString longName = path(QString(200, 'x') + GetParam().file);
+    EXPECT_TRUE(save(longName));
+    EXPECT_TRUE(save(longName));
+}
+
+TEST_P(SavingHere, AFileThatCannotBeReplacedIsWrittenInPlace)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "root alone has rights to lay down";
+    const QByteArray expected = whole();
+    const QByteArray folder = QFile::encodeName(path("")), file = QFile::encodeName(target());
+    constexpr std::pair<const char*, mode_t> hindrances[] = {{"folder", 0555}, {"sticky", 01777}, {"mount", 0777}};
+    for (const auto& [hindrance, mode] : hindrances) {
+        for (const QByteArray& old : {QByteArray("old"), QByteArray(1 << 20, 'x')}) {
+            SCOPED_TRACE(hindrance);
+            write(GetParam().file, old);
+            const ino_t before = stateOf(target()).st_ino;
+            chmod(file, 0666);
+            isMountPoint = hindrance == QByteArray("mount");
+            chmod(folder, mode);
+            {
+                const Unprivileged user;
+                isDiskFull = true;
+                expectRefused(target(), "No space left on device");
+                isDiskFull = false;
+                EXPECT_EQ(content(), old);
+                EXPECT_TRUE(save(target()));
+            }
+            chmod(folder, 0755);
+            isMountPoint = false;
+            EXPECT_EQ(content(), expected);
+            EXPECT_EQ(stateOf(target()).st_ino, before);
+        }
+    }
+    EXPECT_EQ(files().size(), 2) << "no remains";
 }
 
 TEST_P(Saving, WhereNoFileCanBeNoneIsMade)
@@ -392,6 +463,20 @@ TEST_F(Killed, AtAnyMomentThePathHoldsTheOldOrTheNewFile)
         EXPECT_TRUE(file == "list.xml" || file.startsWith("list.xml.")) << qPrintable(file);
     }
     EXPECT_TRUE(sampleList().SaveXml(path("list.xml")));
+}
+
+using SavingNewFiles = ExchangeTest;
+
+TEST_F(SavingNewFiles, NamesTheFolderThatRefusesThem)
+{
+    chmod(QFile::encodeName(path("")), 0555);
+    QString reason;
+    {
+        const Unprivileged user;
+        EXPECT_EQ(SaveFile(path("new"), "content", reason), SaveResult::NotOpened);
+    }
+    chmod(QFile::encodeName(path("")), 0755);
+    EXPECT_EQ(reason, "No file can be made in '" + QDir(path("")).path() + "': Permission denied");
 }
 
 using SavingLongDocuments = ExchangeTest;

@@ -34,9 +34,11 @@ public:
     }
     void append(const char* bytes, int size) { std::copy_n(bytes, size, extend(size)); }
     void truncate(int size) { m_size = size; }
-    /// Gives up the spare room.
+    /// Gives up the spare room, without a request for memory.
     void trim()
     {
+        if (!m_start) // there is none, and the bytes may be shared
+            return;
         m_bytes.reserve(m_size); // else the resize may move the bytes to give back room, for which it needs room
         m_bytes.resize(m_room = m_size);
     }

@@ -52,7 +52,8 @@ TEST_F(FileTest, XmlIsReadInTheEncodingThatItDeclares)
 {
     const QString document
         = QStringLiteral("<?xml version=\"1.0\" encoding=\"%1\"?><Note><Title>\u00e4</Title></Note>");
-    const char* const encodings[] = {"UTF-8", "utf-8", "UTF-16", "UTF-32", "ISO-8859-1", "windows-1252", "IBM850"};
+    const char* const encodings[] = {"UTF-8",  "utf-8",    "UTF-16",   "UTF-16LE",   "UTF-16BE",
+                                     "UTF-32", "UTF-32LE", "UTF-32BE", "ISO-8859-1", "windows-1252"};
     for (const char* encoding : encodings) {
         const QString text = document.arg(QLatin1String(encoding));
         write(QTextCodec::codecForName(encoding)->fromUnicode(text));
@@ -69,6 +70,58 @@ TEST_F(FileTest, XmlIsReadInTheEncodingThatItDeclares)
         write(broken);
         EXPECT_FALSE(Note().LoadXml(path())) << broken;
     }
+    write("<?xml version='1.0' encoding='US-ASCII'?><Note><Title>t</Title></Note>");
+    EXPECT_TRUE(Note().LoadXml(path()));
+}
+
+TEST_F(FileTest, TheFirstBytesOfADocumentDecideOverWhatItDeclares)
+{
+    for (const char* declared : {"UTF-8", "UTF-16", "ISO-8859-1", "windows-1252"}) {
+        const QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"%1\"?><Note><Title>\u3c22</Title></Note>")
+                                 .arg(QLatin1String(declared));
+        for (const char* encoding : {"UTF-8", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"}) {
+            for (const bool isMarked : {true, false}) {
+                if (!isMarked && qstrcmp(encoding, "UTF-8") == 0)
+                    continue;
+                QTextCodec::ConverterState state(isMarked ? QTextCodec::DefaultConversion : QTextCodec::IgnoreHeader);
+                const QByteArray bytes
+                    = QTextCodec::codecForName(encoding)->fromUnicode(text.constData(), text.size(), &state);
+                write(isMarked && qstrcmp(encoding, "UTF-8") == 0 && !bytes.startsWith('\xEF') ? "\xEF\xBB\xBF" + bytes
+                                                                                               : bytes);
+                Note note;
+                EXPECT_TRUE(note.LoadXml(path())) << declared << " in " << encoding << isMarked;
+                EXPECT_EQ(note.m_title, QStringLiteral("\u3c22"));
+            }
+        }
+    }
+}
+
+TEST_F(FileTest, EncodingsThatHideATagAreRefusedBeforeAnythingIsRead)
+{
+    QByteArray crowd("<Note");
+    for (int i = 0; i < 20000; ++i)
+        crowd += " a" + QByteArray::number(i) + "=''";
+    const auto declared = [](const QByteArray& encoding, int blanks = 1) {
+        return "<?xml version='1.0'" + QByteArray(blanks, ' ') + "encoding='" + encoding + "'?>";
+    };
+    const QByteArray utf7 = "+ADw-Note" + QByteArray(crowd).remove(0, 5) + "/>";
+    const std::pair<QByteArray, QString> cases[] = {
+        {declared("UTF-7") + utf7, QStringLiteral("The encoding 'UTF-7' is not accepted.")},
+        {"\xEF\xBB\xBF" + declared("UTF-7") + utf7, QStringLiteral("The encoding 'UTF-7' is not accepted.")},
+        {declared("IBM850") + "<Note/>", QStringLiteral("The encoding 'IBM850' is not accepted.")},
+        {declared("UTF-7", 2000) + utf7, QStringLiteral("The XML declaration is too long.")},
+        {declared("UTF-8", 2000) + "<Note/>", QStringLiteral("The XML declaration is too long.")},
+    };
+    for (const auto& [document, reason] : cases) {
+        write(document);
+        Note note;
+        note.SetLogger(m_logger);
+        EXPECT_FALSE(note.LoadXml(path()));
+        EXPECT_EQ(m_logger->m_messages.last(), path() + QStringLiteral(": ") + reason);
+        EXPECT_EQ(note, Note());
+    }
+    write("\xEF\xBB\xBF" + declared("UTF-16") + crowd + "/>");
+    EXPECT_FALSE(Note().LoadXml(path()));
 }
 
 TEST_F(FileTest, ADocumentIsTheSameWhereverItsPortionsEnd)
@@ -227,6 +280,9 @@ TEST_F(FileTest, InputBeyondTheLimitIsRefused)
     EXPECT_FALSE(note.LoadXml(QStringLiteral("/dev/zero")));
 
     SetInputLimit(std::numeric_limits<qint64>::max());
+    QByteArray liar(5 << 20, 'x'); // long enough for what it announces
+    liar.replace(0, 5, "\xFF\xFF\xFF\xFF\x78");
+    EXPECT_FALSE(note.SetBinaryRepresentation(liar));
     ASSERT_TRUE(QFile::resize(path(), qint64(3) << 30)); // more than bytes in memory can be; takes no room on the disk
     EXPECT_FALSE(note.LoadBinary(path()));
 }

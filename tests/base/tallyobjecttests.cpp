@@ -1,6 +1,9 @@
 #include "note.h"
 
+#include <QVector>
 #include <gtest/gtest.h>
+
+#include <cstring>
 
 using namespace TALLYFORM;
 
@@ -26,6 +29,112 @@ TEST(TallyObjectTest, AMovedObjectKeepsItsName)
     to.ResetLogger();
     EXPECT_EQ(to.GetLogger(), nullptr);
 }
+
+TEST(TallyObjectTest, ALoggerMayTakeItselfOffTheObject)
+{
+    static QStringList told;
+    class Leaver : public Logger
+    {
+    public:
+        explicit Leaver(const Note& note) : m_note(note) {}
+        void Log(const QString& message) override
+        {
+            m_note.ResetLogger();
+            m_heard += message;
+            told = m_heard;
+        }
+
+    private:
+        const Note& m_note;
+        QStringList m_heard;
+    };
+    Note note;
+    note.SetLogger(std::make_shared<Leaver>(note));
+    EXPECT_FALSE(note.SetXmlString(QStringLiteral("text"), false));
+    EXPECT_EQ(told.size(), 1);
+}
+
+#ifndef Q_OS_WIN
+namespace {
+
+/// Where a class has its virtual operations: a pointer to one holds its place in the table, in bytes and plus one.
+template <class Operation> int slotOf(Operation operation)
+{
+    std::ptrdiff_t words[2];
+    static_assert(sizeof operation == sizeof words);
+    std::memcpy(words, &operation, sizeof words);
+    return int((words[0] - 1) / std::ptrdiff_t(sizeof(void*)));
+}
+
+/// What callers that were built against the table rely on: the two destructors, and then this order.
+struct Slots : ITallyObject
+{
+    template <class Value> using Test = bool (ITallyObject::*)(Value) const;
+    template <class Value> using Setter = void (ITallyObject::*)(Value&) const;
+
+    static QVector<int> inTheirOrder()
+    {
+        using O = ITallyObject;
+        return {
+            slotOf(&O::HasData),
+            slotOf(&O::Reset),
+            slotOf<void (O::*)(bool) const>(&O::Check),
+            slotOf<void (O::*)() const>(&O::Check),
+            slotOf<Test<float>>(&O::IsValid),
+            slotOf<Test<bool>>(&O::IsValid),
+            slotOf<Test<unsigned int>>(&O::IsValid),
+            slotOf<Test<qint64>>(&O::IsValid),
+            slotOf<Test<const QDateTime&>>(&O::IsValid),
+            slotOf<Test<const QString&>>(&O::IsValid),
+            slotOf<Test<double>>(&O::IsValid),
+            slotOf<Test<int>>(&O::IsValid),
+            slotOf<Setter<float>>(&O::SetInvalid),
+            slotOf<Setter<unsigned int>>(&O::SetInvalid),
+            slotOf<Setter<qint64>>(&O::SetInvalid),
+            slotOf<Setter<QString>>(&O::SetInvalid),
+            slotOf<Setter<double>>(&O::SetInvalid),
+            slotOf<Setter<int>>(&O::SetInvalid),
+            slotOf(&O::GetXml),
+            slotOf(&O::GetBinary),
+            slotOf(&O::SetBinary),
+            slotOf(&O::SetXmlString),
+            slotOf<bool (O::*)(const QByteArray&)>(&O::SetBinaryRepresentation),
+            slotOf<bool (O::*)(QDataStream&)>(&O::SetBinaryRepresentation),
+            slotOf(&O::MergeTallyObject),
+            slotOf(&O::GetObjectType),
+            slotOf(&O::GetObjectName),
+            slotOf(&O::ProcessXml),
+            slotOf(&O::GetXmlString),
+            slotOf(&O::GetBinaryRepresentation),
+            slotOf(&O::GetBinaryRepresentationAsQByteArray),
+            slotOf(&O::GetCompressedBinaryRepresentation),
+            slotOf(&O::GetCompressedBinaryRepresentationAsQByteArray),
+            slotOf<bool (O::*)(const QString&)>(&O::LoadXml),
+            slotOf<bool (O::*)(QFile&)>(&O::LoadXml),
+            slotOf(&O::LoadBinary),
+            slotOf(&O::SaveXml),
+            slotOf(&O::SetValidate),
+            slotOf(&O::GetValidate),
+            slotOf(&O::SetLogger),
+            slotOf(&O::ResetLogger),
+            slotOf(&O::GetVersion),
+            slotOf(&O::SetObjectType),
+            slotOf(&O::SetObjectName),
+            slotOf(&Slots::ProcessXmlStartElement),
+        };
+    }
+};
+
+} // namespace
+
+TEST(TallyObjectTest, TheTableOfOperationsIsInItsOrder)
+{
+    const QVector<int> places = Slots::inTheirOrder();
+    constexpr int destructors = 2;
+    for (int i = 0; i < places.size(); ++i)
+        EXPECT_EQ(places[i], destructors + i);
+}
+#endif
 
 template <class T> class InvalidValueTest : public testing::Test
 {};
