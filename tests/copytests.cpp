@@ -168,6 +168,19 @@ using Trees = testing::Types<FrequencyStoreList, FrequencyStoreEntry, DetectionR
                              Targetareas, LocationResult>;
 TYPED_TEST_SUITE(Copies, Trees);
 
+TYPED_TEST(Copies, AreWhatAMoveGives)
+{
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        TypeParam record = RandomFiller(seed).make<TypeParam>();
+        Meddler meddler(seed);
+        for (int i = 0; i < 8; ++i)
+            meddler.meddle(record);
+        record.SetObjectName("renamed");
+        const TypeParam copied(record), moved(std::move(record));
+        EXPECT_EQ(description(moved), description(copied)) << seed;
+    }
+}
+
 TYPED_TEST(Copies, NeverLeakIntoEachOther)
 {
     for (unsigned seed = 0; seed < 40; ++seed) {

@@ -1,5 +1,6 @@
 /// What holds for every record class, tried on each.
 
+#include "frequencystore/kernel/packed.h"
 #include "recordfixture.h"
 
 using namespace Velmara;
@@ -42,6 +43,7 @@ TYPED_TEST(EveryRecord, StartsEmpty)
     EXPECT_EQ(record.HasData(), alwaysHaveData.contains(TypeParam::className));
     EXPECT_FALSE(record.AnyData());
     EXPECT_TRUE(record.GetValidate());
+    static_assert(std::is_same_v<decltype(TypeParam::GetStaticObjectName()), QString>);
     EXPECT_EQ(record.GetObjectName(), TypeParam::GetStaticObjectName());
     EXPECT_EQ(record.GetVersion().isEmpty(), !IsVersioned<TypeParam>);
     EXPECT_TRUE(record == TypeParam());
@@ -174,6 +176,89 @@ TYPED_TEST(EveryRecord, RefusesBadValues)
             isRefused = !m.isBounded || (refuses(m.upper + 1) && refuses(m.lower - 1) && refuses(qQNaN()));
         EXPECT_TRUE(isRefused && !data.isSet(m)) << m.name.data();
     });
+}
+
+TYPED_TEST(EveryRecord, IsMadeByInputWithoutContent)
+{
+    TypeParam fromXml, fromTagged;
+    EXPECT_TRUE(fromXml.SetXmlString("<" + fromXml.GetObjectName() + "/>", false));
+    QDataStream none;
+    fromTagged.SetBinary(none, 0);
+    EXPECT_TRUE(fromXml.IsInitialized() && fromTagged.IsInitialized());
+
+    visit(Record<TypeParam>::layout(TypeParam()), []<class T>(const Member& m, const T& member) {
+        if constexpr (IsRecord<T>) {
+            TypeParam parents[2];
+            EXPECT_TRUE(parents[0].SetXmlString(
+                QString("<%1><%2/></%1>").arg(parents[0].GetObjectName(), member.GetObjectName()), false));
+            readTagged(parents[1], bytesOf([&](QDataStream& out) { out << 0 << 8 << m.tag << 0; }));
+            for (const TypeParam& parent : parents)
+                visit(*Record<TypeParam>::held(parent), [&]<class Other>(const Member& other, const Other& child) {
+                    if constexpr (IsRecord<Other>) {
+                        EXPECT_EQ(child.IsInitialized(), other.bit == m.bit) << other.name.data();
+                    }
+                });
+        }
+    });
+}
+
+TYPED_TEST(EveryRecord, StaysAsItWasIfAPackedStreamIsOfAnotherVersion)
+{
+    if constexpr (IsVersioned<TypeParam>) {
+        QByteArray foreign = packed(RandomFiller(6).make<TypeParam>());
+        foreign[bytesOfBits<Record<TypeParam>::template Layout<TypeParam>::count> + 5] = '9';
+        TypeParam record = RandomFiller(7).setEverything().make<TypeParam>();
+        const QByteArray before = packed(record);
+        EXPECT_THROW(readPacked(record, foreign), BinaryParsingException);
+        EXPECT_EQ(packed(record), before);
+    }
+}
+
+namespace {
+
+/// What a site may derive from a record: it counts the calls of its operations.
+template <class R> class Derived : public R
+{
+public:
+    using R::Check;
+    bool HasData() const override { return ++m_asked, !m_isEmpty && R::HasData(); }
+    void Check(bool flag) const override { ++m_checks, R::Check(flag); }
+    void GetXml(QXmlStreamWriter& writer) const override { ++m_written, R::GetXml(writer); }
+    void ProcessXml(QXmlStreamReader& reader) override
+    {
+        ++m_read;
+        if constexpr (requires { this->ReadValuesFromXml(reader); })
+            this->ReadValuesFromXml(reader);
+        else
+            R::ProcessXml(reader);
+    }
+
+    bool m_isEmpty = false;
+    mutable int m_asked = 0, m_checks = 0, m_written = 0;
+    int m_read = 0;
+};
+
+} // namespace
+
+TYPED_TEST(EveryRecord, CallsWhatAClassDerivedFromItOverrides)
+{
+    Derived<TypeParam> record, read;
+    RandomFiller(8).setEverything().fill<TypeParam>(record);
+    const QString document = TypeParam(record).GetXmlString();
+    EXPECT_EQ(record.GetXmlString(), document);
+    EXPECT_EQ(record.m_written, 1);
+    EXPECT_EQ(record.m_checks, 1);
+    EXPECT_EQ(record.m_asked, 1);
+    EXPECT_EQ(tagged(record), tagged(TypeParam(record)));
+    EXPECT_EQ(record.m_checks, 2);
+    EXPECT_EQ(record.m_asked, 2);
+    record.Check();
+    EXPECT_EQ(record.m_checks, 3);
+    EXPECT_TRUE(read.SetXmlString(document, false));
+    EXPECT_EQ(read.m_read, 1);
+    EXPECT_TRUE(read == record);
+    record.m_isEmpty = true;
+    EXPECT_TRUE(xml(record).isEmpty() && record.GetXmlString().isNull() && tagged(record).isEmpty());
 }
 
 TYPED_TEST(EveryRecord, SurvivesDamage)

@@ -4,6 +4,8 @@
 
 #include <QTimeZone>
 
+#include <functional>
+
 using namespace Velmara;
 using namespace TALLYFORM;
 
@@ -12,7 +14,9 @@ namespace {
 class Recorder : public Logger
 {
 public:
-    void Log(const QString&) override {}
+    void Log(const QString& message) override { m_messages += message; }
+
+    QStringList m_messages;
 };
 
 FrequencyStoreEntry entry()
@@ -126,6 +130,37 @@ TEST(Peculiarities, WritesTheLastAlternativeChosen)
     EXPECT_EQ(messageOf<OutOfRangeException>([&] { tagged(hidden); }), refusal);
 }
 
+TEST(Peculiarities, XmlDoesNotPassOverARecordThatLacksAChild)
+{
+    Emissions noEmission; // whose list is marked and empty: it passes Check and has no data
+    noEmission.SetCount(0);
+    noEmission.GetEmission();
+    EXPECT_EQ(xml(noEmission), "");
+
+    Plot_Info info;
+    info.SetKVT_CL_ID(17);
+    info.SetEmissions(noEmission);
+    DFData data; // may have one
+    data.SetLevel(1);
+    data.GetFrequency().SetValue(1);
+    data.SetPlot_Info(info);
+    EXPECT_EQ(tagged(info), "");
+    const QString refusal = "Parameters for Emissions are not set properly in 'Plot_Info'.";
+    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { xml(info); }), refusal);
+    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { info.GetXmlString(); }), refusal);
+    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { xml(data); }), refusal);
+}
+
+TEST(Peculiarities, AReferenceToTheChoiceFollows)
+{
+    Demodulator_Settings settings;
+    const auto& choice = settings.GetChoiceDemodulator_Settings();
+    settings.GetMorse_Settings();
+    EXPECT_EQ(choice, Demodulator_Settings::ChoiceDemodulator_Settings::Morse_Settings);
+    settings.ResetChoiceDemodulator_Settings();
+    EXPECT_EQ(choice, Demodulator_Settings::ChoiceDemodulator_Settings::Invalid);
+}
+
 TEST(Peculiarities, AStoredByteBeyondTheChoiceIsHarmless)
 {
     QByteArray bytes = packed(Demodulator_Settings());
@@ -216,6 +251,8 @@ TEST(Lists, NanAndNullAreNoItems)
               "Decoder: Tried to append not completely defined or invalid item Value.");
     decoder.SetValue({QString()});
     EXPECT_EQ(messageOf<OutOfRangeException>([&] { decoder.Check(); }), "Decoder: Please set Value properly.");
+    tones.SetValue({1, qQNaN()});
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { tones.Check(); }), "ToneSpacing: Please set Value properly.");
     decoder.SetXmlString("<Decoder><Value/></Decoder>", true);
     EXPECT_EQ(std::as_const(decoder).GetValue(), QVector<QString>{""});
 }
@@ -285,8 +322,121 @@ TEST(Hostile, WhatAPackedStreamLeftUnderAClearBitIsCheckedWhenWritten)
 TEST(Hostile, TextsMayHoldAnyCharacter)
 {
     FrequencyStoreEntry e = entry(), read;
-    const QString text = QString("a b").replace(1, 1, QChar(0));
-    e.SetType(text);
+    const QString zero = QString("a b").replace(1, 1, QChar(0));
+    e.SetType(zero);
     readTagged(read, tagged(e));
-    EXPECT_EQ(read.GetType(), text);
+    EXPECT_EQ(read.GetType(), zero);
+
+    for (const char* text : {"\uFEFF", "\uFEFFa", "\uFEFF\uFEFFa\uFEFF", "\uFFFDa"}) {
+        e.SetType(text);
+        readTagged(read, tagged(e));
+        EXPECT_EQ(read.GetType(), text);
+        readPacked(read, packed(e));
+        EXPECT_EQ(read.GetType(), text);
+        EXPECT_TRUE(read.SetXmlString(xml(e), false));
+        EXPECT_EQ(read.GetType(), text);
+    }
+}
+
+namespace {
+
+/// A list whose second entry has what some forms cannot carry.
+struct Odd
+{
+    const char* name;
+    std::function<void(FrequencyStoreEntry&)> change;
+    QString xmlReason, taggedReason; ///< why the form cannot carry it; null if it does
+    bool isDocumentRefused = false;  ///< whether even without validation no document is written
+};
+
+QVector<Odd> oddities()
+{
+    const QString entryPath = "FrequencyStoreEntry[2]", type = entryPath + "/Type: ";
+    const QString character = "A character that XML cannot carry.", surrogate = "A character that UTF-8 cannot carry.";
+    const QString time = entryPath + "/Detection/StartTime: A date-time that has no text.";
+    const auto startAt = [](const QDateTime& start) {
+        return [start](FrequencyStoreEntry& e) { e.GetDetection().SetStartTime(start); };
+    };
+    return {
+        {"surrogate", [](auto& e) { e.SetType(QString("a") + QChar(0xD800)); }, type + character, type + surrogate,
+         true},
+        {"control", [](auto& e) { e.SetType(QString(QChar(1))); }, type + character, {}, true},
+        {"year 10000", startAt(QDateTime({10000, 1, 1}, {0, 0}, Qt::UTC)), time, time},
+        {"year 0", startAt(QDateTime({-1, 12, 31}, {0, 0}, Qt::UTC)), time, time},
+        {"no time", startAt(QDateTime()), {}, {}},
+        {"decoder",
+         [](auto& e) {
+             e.GetDemodulator_Settings().GetDecoder().SetValue({"a", QString(QChar(0xDC00))});
+         },
+         entryPath + "/Demodulator_Settings/Decoder/Value[2]: " + character,
+         entryPath + "/Demodulator_Settings/Decoder/Value[2]: " + surrogate, true},
+        {"name",
+         [](auto& e) { e.GetFFM_Settings().SetObjectName("a b"); },
+         entryPath + "/FFM_Settings: 'a b' is no name of an element.",
+         {},
+         true},
+        {"prefix",
+         [](auto& e) { e.GetFFM_Settings().SetObjectName("a:b"); },
+         entryPath + "/FFM_Settings: 'a:b' is no name of an element.",
+         {},
+         true},
+        {"other name", [](auto& e) { e.GetFFM_Settings().SetObjectName(QString::fromUtf8("\u00c4-1")); }, {}, {}},
+    };
+}
+
+} // namespace
+
+TEST(Hostile, WhatAFormCannotCarryIsRefusedOrTold)
+{
+    for (const Odd& odd : oddities()) {
+        SCOPED_TRACE(odd.name);
+        FrequencyStoreList list;
+        list.GetFrequencyStoreEntry() = {entry(), entry()};
+        odd.change(list.GetFrequencyStoreEntry()[1]);
+        EXPECT_EQ(list.FindUncarried(WrittenForm::Xml), odd.xmlReason);
+        EXPECT_EQ(list.FindUncarried(WrittenForm::Tagged), odd.taggedReason);
+        const auto logger = std::make_shared<Recorder>();
+        list.SetLogger(logger);
+
+        const auto isDocument = [&] { return !list.GetXmlString().isNull(); };
+        const auto isFrame = [&] { return !list.GetBinaryRepresentationAsQByteArray().isEmpty(); };
+        const auto accepts = [](const auto& write) {
+            try {
+                return write();
+            } catch (const OutOfRangeException&) {
+                return false;
+            }
+        };
+        EXPECT_EQ(accepts(isDocument), odd.xmlReason.isNull());
+        EXPECT_EQ(accepts(isFrame), odd.taggedReason.isNull());
+
+        list.SetValidate(false);
+        logger->m_messages.clear();
+        EXPECT_EQ(isDocument(), !odd.isDocumentRefused);
+        EXPECT_TRUE(isFrame());
+        QStringList told;
+        for (const QString& reason : {odd.xmlReason, odd.taggedReason})
+            if (!reason.isNull())
+                told += "FrequencyStoreList: " + reason;
+        EXPECT_EQ(logger->m_messages, told);
+    }
+}
+
+TEST(Hostile, WhatIsRefusedIsNamed)
+{
+    FrequencyStoreEntry e = entry();
+    const auto logger = std::make_shared<Recorder>();
+    e.SetLogger(logger);
+    e.SetComment(QString(QChar(1)));
+    EXPECT_TRUE(e.GetXmlString().isNull());
+    EXPECT_EQ(logger->m_messages.last(), "FrequencyStoreEntry: Comment: A character that XML cannot carry.");
+    e.SetComment(QString(QChar(0xD800)));
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { tagged(e); }), "FrequencyStoreEntry: Please set Comment properly.");
+    e.SetComment("");
+    e.GetDetection().SetStartTime(QDateTime({10000, 1, 1}, {0, 0}, Qt::UTC));
+    const QString refusal = "Detection: Please set StartTime properly.";
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { xml(e); }), refusal);
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { tagged(e); }), refusal);
+    e.SetObjectName("1");
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { xml(e); }), "'1' is no name of an element.");
 }

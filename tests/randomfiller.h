@@ -56,7 +56,7 @@ private:
     template <class R> void set(R&, const Member&, bool& value) { value = below(2); }
     template <class R> void set(R&, const Member&, QString& value)
     {
-        static const QString letters = QString::fromUtf8("ab Z09<&>\"';-_.\u00e4\u20ac\u4e2d\n");
+        static const QString letters = QString::fromUtf8("ab Z09<&>\"';-_.\u00e4\u20ac\u4e2d\ufeff\n");
         value = "";
         for (int i = below(12); i > 0; --i)
             value += letters[below(letters.size())];

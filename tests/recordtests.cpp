@@ -177,7 +177,7 @@ TEST(Sharing, ANameAndALoggerDoNotDisturbEachOther)
     EXPECT_EQ(child.GetObjectName(), "Zone");
     EXPECT_TRUE(xml(areas).startsWith("<Zones><Zone ")) << xml(areas).toStdString();
     EXPECT_EQ(Area(child).GetObjectName(), "Area");
-    EXPECT_EQ(Area(std::move(child)).GetObjectName(), "Zone");
+    EXPECT_EQ(Area(std::move(child)).GetObjectName(), "Area");
 }
 
 TEST(Compare, LooksAtBitsThenValues)

@@ -143,6 +143,60 @@ TEST(Streams, HoldWhatTheStreamItselfWouldWrite)
     }
 }
 
+TEST(Streams, HoldDateTimesWithoutAValueAsTheyAreAndGiveNull)
+{
+    const QDateTime invalid[] = {QDateTime(QDate(), QTime(), Qt::UTC), QDateTime(QDate(), {1, 2}, Qt::UTC),
+                                 QDateTime(QDate(), {1, 2}), QDateTime(QDate(), {1, 2}, Qt::OffsetFromUTC, 60)};
+    for (const QDateTime& time : invalid) {
+        for (const Setting& setting : settings()) {
+            Detection detection;
+            detection.SetStartTime(time);
+            const QByteArray bytes = written(
+                setting, [&](QDataStream& stream) { detection.GetVersionSpecificBinaryWithoutValidation(stream); });
+            EXPECT_EQ(bytes, written(setting, [&](QDataStream& stream) { stream << quint8(1) << time; }));
+            QDataStream stream(bytes);
+            setting.applyTo(stream);
+            Detection read;
+            read.SetVersionSpecificBinaryWithoutValidation(stream);
+            EXPECT_TRUE(read.IsStartTimeSet());
+            EXPECT_TRUE(read.GetStartTime().isNull());
+        }
+    }
+}
+
+TEST(Streams, AReadCountsItsOwnFailuresAlone)
+{
+    const Station s = station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
+    const QByteArray frame = s.GetBinaryRepresentationAsQByteArray(), body = packed(s);
+    Pipe pipe(frame + frame + s.GetCompressedBinaryRepresentationAsQByteArray() + body);
+    QDataStream memory(frame + frame), piped(&pipe);
+    for (QDataStream* const stream : {&memory, &piped}) {
+        stream->setStatus(QDataStream::ReadCorruptData);
+        Station first, second;
+        EXPECT_TRUE(first.SetBinaryRepresentation(*stream));
+        quint32 tag = 0;
+        qint32 length = 0;
+        *stream >> tag >> length;
+        second.SetBinary(*stream, length);
+        EXPECT_TRUE(first == s && second == s);
+        EXPECT_EQ(stream->status(), QDataStream::ReadCorruptData) << "as it was";
+    }
+}
+
+TEST(Streams, AFieldThatIsCutShortIsALengthError)
+{
+    const QByteArray fields[] = {
+        bytesOf([](QDataStream& out) { out << 1 << 100 << quint64(0); }),          // of no member
+        bytesOf([](QDataStream& out) { out << 0x247E7491 << 100 << 96 << "11"; }), // of one
+    };
+    for (const QByteArray& field : fields) {
+        Pipe pipe(field);
+        QDataStream memory(field), piped(&pipe);
+        EXPECT_THROW(Coordinate().SetBinary(memory, 108), TALLYFORM::BinaryParsingException);
+        EXPECT_THROW(Coordinate().SetBinary(piped, 108), TALLYFORM::BinaryParsingException);
+    }
+}
+
 TEST(Streams, EndOrFailAsTheyAre)
 {
     const QByteArray whole = packed(station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC)));

@@ -34,6 +34,11 @@ void refuseEnum(const Member& m)
         QStringLiteral("enum is not valid (classname=%1,membername=%2)").arg(QLatin1String(m.record), m.field()));
 }
 
+void refuseContent(const ITallyObject& self, const Member& m)
+{
+    throw OutOfRangeException(self.GetObjectName() + QStringLiteral(": Please set %1 properly.").arg(m.name));
+}
+
 void refuseItem(const ITallyObject& self, const Member& m)
 {
     throw IncompleteDefinitionException(

@@ -4,8 +4,6 @@
 
 #include "frequencystore/kernel/record.h"
 
-#include <array>
-
 namespace Velmara::kernel {
 
 template <class T> bool isValid(const Member&, const T&) { return true; }
@@ -20,6 +18,7 @@ template <IsEnum E> bool isValid(const Member& m, const E& value)
 [[noreturn]] VELMARA_EXPORT void refuse(const ITallyObject& self, const Member& m, double);
 [[noreturn]] VELMARA_EXPORT void refuse(const ITallyObject& self, const Member& m, const QString&);
 [[noreturn]] VELMARA_EXPORT void refuseEnum(const Member& m);
+[[noreturn]] VELMARA_EXPORT void refuseContent(const ITallyObject& self, const Member& m);
 [[noreturn]] VELMARA_EXPORT void refuseItem(const ITallyObject& self, const Member& m);
 [[noreturn]] VELMARA_EXPORT void refuseChoice(const ITallyObject& self);
 template <IsEnum E> [[noreturn]] void refuse(const ITallyObject&, const Member& m, E) { refuseEnum(m); }
@@ -104,19 +103,11 @@ void grow(const ITallyObject& self, RecordData& data, const Member& m, QVector<T
     data.mark(m);
 }
 
-template <IsEnum G> constexpr std::array<G, 256> allValues()
+/// The choice value as the enumeration of its group, to refer to: the reference follows the value.
+template <IsEnum G> const G& choiceAs(const qint8& choice)
 {
-    std::array<G, 256> values{};
-    for (int i = 0; i < 256; ++i)
-        values[i] = G(qint8(i));
-    return values;
-}
-
-/// The choice value as the enumeration of its group, to refer to. A stream may have stored any byte.
-template <IsEnum G> const G& choiceAs(qint8 choice)
-{
-    static constexpr std::array<G, 256> values = allValues<G>();
-    return values[quint8(choice)];
+    static_assert(std::is_same_v<std::underlying_type_t<G>, qint8>, "what may be looked at as a byte");
+    return reinterpret_cast<const G&>(choice);
 }
 
 } // namespace Velmara::kernel

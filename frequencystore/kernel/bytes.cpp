@@ -82,14 +82,14 @@ void ByteSink::put(const QString& text)
 
 void ByteSink::put(const QDateTime& time)
 {
-    if (time.timeSpec() != Qt::UTC)
+    if (time.timeSpec() != Qt::UTC || !time.isValid())
         return putAsStream(time);
     put(qint64(time.date().toJulianDay()));
     put(quint32(time.time().msecsSinceStartOfDay()));
     put(qint8(Qt::UTC));
 }
 
-ByteSource::ByteSource(QDataStream& stream) : m_stream(stream), m_form(stream)
+ByteSource::ByteSource(QDataStream& stream) : m_stream(stream), m_status(stream), m_form(stream)
 {
     QBuffer* const buffer = memoryOf(stream);
     if (!buffer || !buffer->isReadable() || !m_form.isCurrent())
@@ -123,10 +123,11 @@ void ByteSource::skip(int size)
 {
     if (size <= 0)
         return;
+    const int skipped = m_buffer ? qMin(size, left()) : m_stream.skipRawData(size);
     if (m_buffer)
-        m_at += qMin(size, left());
-    else
-        m_stream.skipRawData(size);
+        m_at += skipped;
+    if (skipped != size)
+        failAtEnd();
 }
 
 qint64 ByteSource::available() const

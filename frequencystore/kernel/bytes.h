@@ -3,6 +3,7 @@
 /// The bytes of both binary forms on their way to and from a QDataStream. They are those that the stream itself would
 /// write and read, in its byte order, version and floating-point precision; but memory is faster than a device.
 
+#include "base/readstatus.h"
 #include "frequencystore/kernel/bytebuffer.h"
 
 #include <QBuffer>
@@ -174,6 +175,7 @@ private:
     }
 
     QDataStream& m_stream;
+    TALLYFORM::ReadStatus m_status;
     StreamForm m_form;
     QBuffer* m_buffer = nullptr;
     QByteArray m_bytes;

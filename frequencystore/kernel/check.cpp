@@ -6,11 +6,6 @@ using namespace TALLYFORM;
 
 namespace Velmara::kernel {
 
-void Checker::fail(const Member& m) const
-{
-    throw OutOfRangeException(m_self.GetObjectName() + QStringLiteral(": Please set %1 properly.").arg(m.name));
-}
-
 void ChoiceChecker::fail(const QString& text) const
 {
     throw IncompleteDefinitionException(m_self.GetObjectName() + QStringLiteral(":Check failed. ") + text);

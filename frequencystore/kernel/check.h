@@ -33,8 +33,8 @@ public:
             demand(m, !m.isMandatory());
         else if constexpr (IsRecord<T>)
             checkItems(list);
-        else
-            demand(m, isValid(m, list));
+        else // no reader takes an item that is none
+            demand(m, std::all_of(list.begin(), list.end(), [this](const T& item) { return isWhole(m_self, item); }));
     }
 
 private:
@@ -50,9 +50,8 @@ private:
     void demand(const Member& m, bool isMet) const
     {
         if (!isMet)
-            fail(m);
+            refuseContent(m_self, m);
     }
-    [[noreturn]] void fail(const Member& m) const;
 
     const ITallyObject& m_self;
     const RecordData& m_data;
@@ -143,10 +142,11 @@ template <class R> void Record<R>::checkTree(const R& r, bool flag)
 /// What precedes the writing of a tree.
 template <class R> void Record<R>::verify(const R& r)
 {
+    if (r.GetValidate() && isItself(r))
+        return checkTree(r, false);
+    propagate(r);
     if (r.GetValidate())
-        checkTree(r, false);
-    else
-        propagate(r);
+        r.Check();
 }
 
 /// What precedes the writing of a part that the check of the tree passes over.
@@ -188,6 +188,17 @@ template <class R> bool Record<R>::hasData(const R& r)
     if (isChoiceMandatory<R>() && !any<alternatives>(data, isChosenThere))
         return false;
     return !any<mandatories>(data, [&](const Member& m, const auto& field) { return !holds(m, field); });
+}
+
+/// Whether a mandatory child is without data, so that the record is too.
+template <class R> bool Record<R>::lacksChild(const R& r)
+{
+    return r.m_data && any<mandatories>(*held(r), []<class T>(const Member&, const T& field) {
+               if constexpr (IsRecord<T>)
+                   return !field.HasData();
+               else
+                   return false;
+           });
 }
 
 template <class R> bool Record<R>::anyData(const R& r)

@@ -2,6 +2,7 @@
 
 /// For the source file of a family of records: instantiates their operations.
 
+#include "frequencystore/kernel/carriage.h"
 #include "frequencystore/kernel/check.h"
 #include "frequencystore/kernel/compare.h"
 #include "frequencystore/kernel/describe.h"
@@ -70,7 +71,10 @@ template <class R> bool Record<R>::prepareNames()
         ITallyObject::SetValidate(other.GetValidate());                                                                \
         kernel::Record<R>::part(*this);                                                                                \
     }                                                                                                                  \
-    R::R(R&& other) noexcept = default;                                                                                \
+    R::R(R&& other) noexcept : ITallyObject(id, other.ITallyObject::GetObjectType()), m_data(std::move(other.m_data))  \
+    {                                                                                                                  \
+        kernel::Record<R>::settle(*this, other);                                                                       \
+    }                                                                                                                  \
     R::~R() = default;                                                                                                 \
     R& R::operator=(const R& other)                                                                                    \
     {                                                                                                                  \
@@ -103,9 +107,15 @@ template <class R> bool Record<R>::prepareNames()
     }                                                                                                                  \
     bool R::AppendXml(QByteArray& document, bool isIndented, const TALLYFORM::ByteDrain& drain) const                  \
     {                                                                                                                  \
+        if (!kernel::Record<R>::isItself(*this))                                                                       \
+            return ITallyObject::AppendXml(document, isIndented, drain);                                               \
         kernel::Utf8XmlSink sink(document, isIndented, drain);                                                         \
         kernel::Record<R>::writeXmlTree(*this, sink);                                                                  \
         return sink.isCarried();                                                                                       \
+    }                                                                                                                  \
+    QString R::FindUncarried(TALLYFORM::WrittenForm form) const                                                        \
+    {                                                                                                                  \
+        return kernel::Record<R>::findUncarried(*this, form, QString());                                               \
     }                                                                                                                  \
     void R::ProcessXml(QXmlStreamReader& reader)                                                                       \
     {                                                                                                                  \
@@ -115,9 +125,7 @@ template <class R> bool Record<R>::prepareNames()
     void R::ProcessXmlStartElement(QXmlStreamReader& reader) { kernel::Record<R>::readElement(*this, reader); }        \
     bool R::GetBinary(QDataStream& stream, int tag, bool writeTag) const                                               \
     {                                                                                                                  \
-        kernel::Record<R>::verify(*this);                                                                              \
-        kernel::ByteSink out(stream);                                                                                  \
-        return kernel::Record<R>::writeTagged(*this, out, quint32(tag), writeTag) && out.flush();                      \
+        return kernel::Record<R>::writeTaggedTree(*this, stream, quint32(tag), writeTag);                              \
     }                                                                                                                  \
     void R::SetBinary(QDataStream& stream, int length)                                                                 \
     {                                                                                                                  \

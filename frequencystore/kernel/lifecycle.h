@@ -5,6 +5,7 @@
 #include "frequencystore/kernel/walk.h"
 
 #include <algorithm>
+#include <new>
 #include <optional>
 
 namespace Velmara::kernel {
@@ -132,6 +133,17 @@ template <class R> void Record<R>::part(const R& r)
     if (r.m_data)
         visit(layout(r), DetachLists());
     propagate(r);
+}
+
+/// Makes a record that took over another's data what a copy would be. The data may be shared, and have to be copied for
+/// that: without memory its parts keep what they have, until they are brought into line ahead of their next use.
+template <class R> void Record<R>::settle(const R& r, const R& from) noexcept
+{
+    r.ITallyObject::SetValidate(from.ITallyObject::GetValidate());
+    try {
+        if (!hasInherited(r, heritageOf(r)))
+            propagate(r);
+    } catch (const std::bad_alloc&) {}
 }
 
 template <class R> void Record<R>::reset(R& r)

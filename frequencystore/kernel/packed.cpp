@@ -34,22 +34,14 @@ QDateTime fromUtc(ByteSource& in)
     return spec == Qt::LocalTime ? time.toLocalTime() : time;
 }
 
-} // namespace
-
-void putPacked(ByteSink& out, const QDateTime& time)
+QDateTime dateTimeFrom(ByteSource& in)
 {
-    out << (time.timeSpec() == Qt::TimeZone && !time.timeZone().isValid() ? QDateTime() : time);
-}
-
-void getPacked(ByteSource& in, QDateTime& time)
-{
-    if (in.version() == QDataStream::Qt_5_0) {
-        time = fromUtc(in);
-        return;
-    }
+    if (in.version() == QDataStream::Qt_5_0)
+        return fromUtc(in);
     if (in.version() < QDataStream::Qt_5_2) { // knows no zones
+        QDateTime time;
         in >> time;
-        return;
+        return time;
     }
     qint64 day = 0;
     quint32 milliseconds = 0;
@@ -59,16 +51,29 @@ void getPacked(ByteSource& in, QDateTime& time)
     const QTime clock = QTime::fromMSecsSinceStartOfDay(int(milliseconds));
     switch (spec) {
     case Qt::LocalTime:
-    case Qt::UTC: time = QDateTime(date, clock, Qt::TimeSpec(spec)); break;
+    case Qt::UTC: return QDateTime(date, clock, Qt::TimeSpec(spec));
     case Qt::OffsetFromUTC: {
         qint32 offset = 0;
         in >> offset;
-        time = QDateTime(date, clock, Qt::OffsetFromUTC, offset);
-        break;
+        return QDateTime(date, clock, Qt::OffsetFromUTC, offset);
     }
-    case Qt::TimeZone: time = inZone(in, date, clock); break;
-    default: time = QDateTime();
+    case Qt::TimeZone: return inZone(in, date, clock);
+    default: return QDateTime();
     }
+}
+
+} // namespace
+
+void putPacked(ByteSink& out, const QDateTime& time)
+{
+    out << (time.timeSpec() == Qt::TimeZone && !time.timeZone().isValid() ? QDateTime() : time);
+}
+
+void getPacked(ByteSource& in, QDateTime& time)
+{
+    time = dateTimeFrom(in);
+    if (!time.isValid())
+        time = QDateTime();
 }
 
 QString getVersion(const ITallyObject& self, ByteSource& in, const QString& expected)

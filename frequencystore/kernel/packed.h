@@ -13,8 +13,8 @@ template <class T> using Packed = std::conditional_t<IsEnum<T>, qint8, qint64>;
 template <class T> inline constexpr bool isPackedAsItIs
     = !IsEnum<T> && (!std::is_integral_v<T> || std::is_same_v<T, bool>);
 
-/// As QDataStream does, but a time zone that the system does not know makes the date-time null: Qt could not write it
-/// again, and would open whatever file its name leads to.
+/// As QDataStream does, but what is invalid is read as null. So is a time in a zone that the system does not know: Qt
+/// could not write it again, and would open whatever file its name leads to.
 void putPacked(ByteSink& out, const QDateTime& time);
 void getPacked(ByteSource& in, QDateTime& time);
 
@@ -131,9 +131,13 @@ template <class R> void Record<R>::writePacked(const R& r, ByteSink& out)
 template <class R> void Record<R>::readPacked(R& r, ByteSource& in)
 {
     auto& data = layout(r);
-    data.bits = getBits<Layout<R>::count>(in);
+    const quint64 bits = getBits<Layout<R>::count>(in);
     if constexpr (IsVersioned<R>) {
-        upgrade(r, getVersion(r, in, R::schemaVersion()));
+        const QString version = getVersion(r, in, R::schemaVersion());
+        data.bits = bits;
+        upgrade(r, version);
+    } else {
+        data.bits = bits;
     }
     visit(data, PackedReader(r, data, in));
 }

@@ -16,6 +16,7 @@
 #include <QVector>
 
 #include <concepts>
+#include <typeinfo>
 
 namespace Velmara {
 struct RecordDescription;
@@ -128,6 +129,7 @@ template <class R> struct Record
 {
     static void own(const R& r);
     static void part(const R& r);
+    static void settle(const R& r, const R& from) noexcept;
     static void setValidate(const R& r, bool validate);
     static void setLogger(const R& r, const std::shared_ptr<TALLYFORM::Logger>& logger);
     static void propagate(const R& r);
@@ -142,13 +144,18 @@ template <class R> struct Record
     static void checkTree(const R& r, bool flag);
     static bool equal(const R& a, const R& b);
 
+    /// Whether an object is of this very class: one derived from it may have operations of its own.
+    static bool isItself(const R& r) { return typeid(r) == typeid(R); }
     /// Whether the record is not to be written: under validation it is not if it lacks mandatory content.
     static bool declines(const R& r) { return r.ITallyObject::GetValidate() && !hasData(r); }
+    static bool lacksChild(const R& r);
+    static QString findUncarried(const R& r, TALLYFORM::WrittenForm form, const QString& path);
     static void writeXmlTree(const R& r, XmlSink& sink);
     static void writeXml(const R& r, XmlSink& sink);
     static void readXml(R& r, QXmlStreamReader& reader);
     static void readElement(R& r, QXmlStreamReader& reader);
-    static bool writeTagged(const R& r, ByteSink& out, quint32 tag, bool writeTag);
+    static bool writeTaggedTree(const R& r, QDataStream& stream, quint32 tag, bool writeTag);
+    static void writeTagged(const R& r, ByteSink& out, quint32 tag, bool writeTag);
     static void readTagged(R& r, ByteSource& in, int length);
     static void writePacked(const R& r, ByteSink& out);
     static void readPacked(R& r, ByteSource& in);

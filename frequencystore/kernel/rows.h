@@ -15,16 +15,12 @@ public:                                                                         
     /** The identifier of the class. */                                                                                \
     static qint64 GetId() { return id; }                                                                               \
     /** The name of the record's XML element. */                                                                       \
-    static const QString& GetStaticObjectName()                                                                        \
-    {                                                                                                                  \
-        static const QString name = QStringLiteral(ELEMENT);                                                           \
-        return name;                                                                                                   \
-    }                                                                                                                  \
+    static QString GetStaticObjectName() { return elementName(); }                                                     \
     /** A record that holds nothing, and validates. */                                                                 \
     R() : ITallyObject(id, TALLYFORM::ObjectTypes::None) {}                                                            \
     /** Copies the content and the flag; the logger stays behind. The copy may go to another thread. */                \
     R(const R& other);                                                                                                 \
-    /** Takes over all that the other is; that stays usable. */                                                        \
+    /** The same with the content taken over; the other stays usable. */                                               \
     R(R&& other) noexcept;                                                                                             \
     ~R() override;                                                                                                     \
     /** Takes over the content alone: flag, logger and name stay. Keep both records to one thread. */                  \
@@ -40,7 +36,7 @@ public:                                                                         
     /** Whether any member holds something. */                                                                         \
     bool AnyData() const;                                                                                              \
     /** The name that the record was given, else that of its class. */                                                 \
-    const QString& GetObjectName() const override { return NameOr(GetStaticObjectName()); }                            \
+    const QString& GetObjectName() const override { return NameOr(elementName()); }                                    \
     /** Whether the record has been used, so that there is data behind it. */                                          \
     bool IsInitialized() const { return m_data; }                                                                      \
     /** Takes the record back to what it was when new. */                                                              \
@@ -59,6 +55,8 @@ public:                                                                         
     void GetXml(QXmlStreamWriter& writer) const override;                                                              \
     /** Appends the element in UTF-8, drained or not; false if XML cannot carry it. Throws as GetXml does. */          \
     bool AppendXml(QByteArray& document, bool isIndented, const TALLYFORM::ByteDrain& drain = nullptr) const override; \
+    /** The first content that a form cannot carry, with its path; null if there is none. */                           \
+    QString FindUncarried(TALLYFORM::WrittenForm form) const override;                                                 \
     /** Reads the element on whose start the reader stands over what the record holds; throws as setters do. */        \
     void ProcessXml(QXmlStreamReader& reader) override;                                                                \
     /** Writes the tagged form, on a device that can seek; false if nothing was written. Throws as GetXml does. */     \
@@ -76,6 +74,12 @@ protected:                                                                      
                                                                                                                        \
 private:                                                                                                               \
     friend ::Velmara::kernel::Record<R>;                                                                               \
+    using Self = R;                                                                                                    \
+    static const QString& elementName()                                                                                \
+    {                                                                                                                  \
+        static const QString name = QStringLiteral(ELEMENT);                                                           \
+        return name;                                                                                                   \
+    }                                                                                                                  \
     static ::Velmara::kernel::RecordData* rows(::Velmara::kernel::Rank<0>);                                            \
     ::Velmara::kernel::RecordData& data() const                                                                        \
     {                                                                                                                  \
@@ -168,8 +172,8 @@ public:                                                                         
 /// The value that is the text of a value record's element.
 #define VELMARA_CONTENT(T, X, TAG)                                                                                     \
     VELMARA_VALUE(T, X, TAG, content())                                                                                \
-    /** Reads the element as ProcessXml does. */                                                                       \
-    void ReadValuesFromXml(QXmlStreamReader& reader) { ProcessXml(reader); }
+    /** Reads the element as ProcessXml of this class does. */                                                         \
+    void ReadValuesFromXml(QXmlStreamReader& reader) { Self::ProcessXml(reader); }
 
 /// The flag that says whether a bounded value is to be used: an attribute, true unless it is told otherwise.
 #define VELMARA_USE(TAG) VELMARA_VALUE(bool, Use, TAG, attribute().blankIs(true).initially(true).marked())

@@ -3,6 +3,7 @@
 /// The tagged binary form: nested fields of tag, length and value.
 
 #include "frequencystore/kernel/bytes.h"
+#include "frequencystore/kernel/carriage.h"
 #include "frequencystore/kernel/lifecycle.h"
 #include "frequencystore/kernel/text.h"
 
@@ -22,7 +23,9 @@ void putBytes(ByteSink& out, QLatin1String ascii);
 class TaggedWriter
 {
 public:
-    TaggedWriter(const RecordData& data, ByteSink& out) : m_data(data), m_out(out) {}
+    TaggedWriter(const ITallyObject& self, const RecordData& data, ByteSink& out)
+        : m_self(self), m_data(data), m_out(out)
+    {}
 
     template <IsValue T> void operator()(const Member& m, const T& value) const
     {
@@ -38,7 +41,8 @@ public:
             return;
         if (m.isAlternative())
             Record<T>::confirm(child); // which its parent's Check has not done
-        Record<T>::writeTagged(child, m_out, m.tag, true);
+        if (!Record<T>::declines(child))
+            Record<T>::writeTagged(child, m_out, m.tag, true);
     }
 
     template <class T> void operator()(const Member& m, const QVector<T>& list) const
@@ -62,7 +66,10 @@ private:
         writeItems(m_out, list, [&](const T& item) {
             if (!m_data.isSet(m))
                 Record<T>::confirm(item); // which the Check of a record without the list has not done
-            count += Record<T>::writeTagged(item, m_out, m.tag, false);
+            if (Record<T>::declines(item))
+                return;
+            Record<T>::writeTagged(item, m_out, m.tag, false);
+            ++count;
         });
         return count;
     }
@@ -90,10 +97,12 @@ private:
 
     template <class T> void putText(const Member& m, const T& value) const
     {
+        demandCarried(m_self, m, value, WrittenForm::Tagged);
         TextBuffer buffer;
         putBytes(m_out, toText(m, value, buffer));
     }
 
+    const ITallyObject& m_self;
     const RecordData& m_data;
     ByteSink& m_out;
 };
@@ -157,10 +166,18 @@ private:
 
 [[noreturn]] void refuseLength(const ITallyObject& self);
 
-template <class R> bool Record<R>::writeTagged(const R& r, ByteSink& out, quint32 tag, bool writeTag)
+template <class R> bool Record<R>::writeTaggedTree(const R& r, QDataStream& stream, quint32 tag, bool writeTag)
 {
-    if (declines(r))
+    verify(r);
+    if (r.GetValidate() && !r.HasData())
         return false;
+    ByteSink out(stream);
+    writeTagged(r, out, tag, writeTag);
+    return out.flush();
+}
+
+template <class R> void Record<R>::writeTagged(const R& r, ByteSink& out, quint32 tag, bool writeTag)
+{
     const auto& data = layout(r);
     if (writeTag)
         out << tag;
@@ -171,12 +188,11 @@ template <class R> bool Record<R>::writeTagged(const R& r, ByteSink& out, quint3
         out << R::schemaVersion();
         closeLength(out, versionLength);
     }
-    const TaggedWriter members(data, out);
+    const TaggedWriter members(r, data, out);
     visit<attributes>(data, members);
     visit<elements>(data, members);
     visit<contents>(data, members);
     closeLength(out, length);
-    return true;
 }
 
 template <class R> void readField(R& r, ByteSource& in, quint32 tag, qint32 length)
@@ -192,6 +208,7 @@ template <class R> void readField(R& r, ByteSource& in, quint32 tag, qint32 leng
 
 template <class R> void Record<R>::readTagged(R& r, ByteSource& in, int length)
 {
+    layout(r);
     qint64 remaining = length;
     while (remaining > 0 && !in.atEnd()) {
         quint32 tag = 0;

@@ -89,6 +89,17 @@ void parse(const ITallyObject& self, const Member& m, QStringView text, bool& va
     value = m.blank == Member::Blank::True;
 }
 
+namespace {
+
+/// Unlike QString::fromUtf8, which takes a byte order mark off the front of any text.
+QString decoded(std::string_view utf8)
+{
+    const QString text = QString::fromUtf8(utf8.data(), int(utf8.size()));
+    return utf8.starts_with("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
+} // namespace
+
 ElementText widened(std::string_view utf8)
 {
     ElementText text(int(utf8.size()));
@@ -109,7 +120,7 @@ void parse(const ITallyObject&, const Member&, std::string_view utf8, double& va
 
 void parse(const ITallyObject&, const Member&, std::string_view utf8, QString& value)
 {
-    value = utf8.empty() ? QLatin1String("") : QString::fromUtf8(utf8.data(), int(utf8.size()));
+    value = utf8.empty() ? QLatin1String("") : decoded(utf8);
 }
 
 } // namespace Velmara::kernel

@@ -4,6 +4,7 @@
 
 #include "frequencystore/kernel/access.h"
 #include "frequencystore/kernel/numbers.h"
+#include "frequencystore/kernel/walk.h"
 
 #include <array>
 #include <string_view>

@@ -6,7 +6,7 @@ using namespace TALLYFORM;
 
 namespace Velmara::kernel {
 
-void refuseContent(const ITallyObject& self, const Member& m)
+void refuseChild(const ITallyObject& self, const Member& m)
 {
     throw IncompleteDefinitionException(
         QStringLiteral("Parameters for %1 are not set properly in '%2'.").arg(m.name, self.GetObjectName()));

@@ -2,6 +2,7 @@
 
 /// The XML form.
 
+#include "frequencystore/kernel/carriage.h"
 #include "frequencystore/kernel/lifecycle.h"
 #include "frequencystore/kernel/text.h"
 #include "frequencystore/kernel/xmlsink.h"
@@ -12,7 +13,7 @@ namespace Velmara::kernel {
 
 using TALLYFORM::ReadElementText;
 
-[[noreturn]] void refuseContent(const ITallyObject& self, const Member& m);
+[[noreturn]] void refuseChild(const ITallyObject& self, const Member& m);
 
 class XmlWriter
 {
@@ -62,6 +63,8 @@ public:
 private:
     template <class T> void put(const Member& m, const T& value) const
     {
+        if constexpr (!std::is_same_v<T, QString>) // for a character the document is refused as a whole
+            demandCarried(m_self, m, value, WrittenForm::Xml);
         TextBuffer buffer;
         m_out.put(m, toText(m, value, buffer));
     }
@@ -70,8 +73,8 @@ private:
     {
         const bool isThere = !Record<T>::declines(child);
         if (!isThere && m.isMandatory())
-            refuseContent(m_self, m);
-        return isThere;
+            refuseChild(m_self, m);
+        return isThere || Record<T>::lacksChild(child); // which is not passed over in silence
     }
 
     const ITallyObject& m_self;
@@ -133,7 +136,7 @@ void skipElement(QXmlStreamReader& reader);
 template <class R> void Record<R>::writeXmlTree(const R& r, XmlSink& sink)
 {
     verify(r);
-    if (!declines(r))
+    if (!r.GetValidate() || r.HasData() || lacksChild(r))
         writeXml(r, sink);
 }
 
@@ -141,6 +144,8 @@ template <class R> void Record<R>::writeXml(const R& r, XmlSink& sink)
 {
     const auto& data = layout(r);
     const XmlWriter members(r, data, sink);
+    if (const QString reason = reasonAgainstName(r, R::elementName()); !reason.isNull())
+        r.ITallyObject::GetValidate() ? refuseName(reason) : sink.refuse();
     if constexpr (IsVersioned<R>)
         sink.startElement(r.GetObjectName(), R::schemaVersion());
     else

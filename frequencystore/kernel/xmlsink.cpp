@@ -148,6 +148,12 @@ bool isAllowed(QChar c)
 
 } // namespace
 
+bool canXmlCarry(const QString& text)
+{
+    return text.isValidUtf16()
+        && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isSurrogate() || isAllowed(c); });
+}
+
 void Utf8XmlSink::appendEscaped(const QString& text, bool isAttribute)
 {
     const QChar* at = text.constData();
@@ -169,7 +175,7 @@ void Utf8XmlSink::appendEscaped(const QString& text, bool isAttribute)
         else if (isAllowed(c))
             appendCodePoint(c.unicode());
         else
-            m_isCarried = false;
+            refuse();
     }
 }
 

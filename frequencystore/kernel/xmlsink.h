@@ -22,6 +22,14 @@ public:
     virtual void put(const Member& m, const QString& text) = 0;
     /// The same for ASCII that needs no escape.
     virtual void put(const Member& m, QLatin1String text) = 0;
+
+    /// Notes that the document is none that can be read again.
+    void refuse() { m_isCarried = false; }
+    /// Whether nothing was refused so far, and all texts held only what XML can carry.
+    bool isCarried() const { return m_isCarried; }
+
+private:
+    bool m_isCarried = true;
 };
 
 class QtXmlSink final : public XmlSink
@@ -50,9 +58,6 @@ public:
     void put(const Member& m, const QString& text) override;
     void put(const Member& m, QLatin1String text) override;
 
-    /// Whether all texts so far held only what XML can carry.
-    bool isCarried() const { return m_isCarried; }
-
 private:
     /// What stands before the next token, seen from the last one.
     enum class State { InStartTag, BehindContent, BehindElement };
@@ -69,8 +74,10 @@ private:
     const TALLYFORM::ByteDrain& m_drain;
     int m_depth = 0;
     bool m_isIndented;
-    bool m_isCarried = true;
     State m_state = State::BehindElement;
 };
+
+/// Whether a text has only characters that a document may hold.
+bool canXmlCarry(const QString& text);
 
 } // namespace Velmara::kernel

@@ -1,0 +1,35 @@
+#include "frequencystore/kernel/carriage.h"
+
+#include "base/exceptions.h"
+#include "frequencystore/kernel/xmlsink.h"
+
+#include <QXmlStreamReader>
+
+namespace Velmara::kernel {
+
+QString reasonAgainst(const QString& text, WrittenForm form)
+{
+    if (form == WrittenForm::Xml)
+        return canXmlCarry(text) ? QString() : QStringLiteral("A character that XML cannot carry.");
+    return text.isValidUtf16() ? QString() : QStringLiteral("A character that UTF-8 cannot carry.");
+}
+
+QString reasonAgainst(const QDateTime& time, WrittenForm)
+{
+    TextBuffer buffer;
+    const bool isLost = time.isValid() && toText(Member(), time, buffer).isNull();
+    return isLost ? QStringLiteral("A date-time that has no text.") : QString();
+}
+
+/// A prefix is no part of the name to them.
+QString reasonAgainstName(const QString& name)
+{
+    QXmlStreamReader reader(QLatin1Char('<') + name + QLatin1String("/>"));
+    reader.setNamespaceProcessing(false);
+    const bool isName = reader.readNextStartElement() && reader.name() == name && reader.attributes().isEmpty();
+    return isName ? QString() : QStringLiteral("'%1' is no name of an element.").arg(name);
+}
+
+void refuseName(const QString& reason) { throw TALLYFORM::OutOfRangeException(reason); }
+
+} // namespace Velmara::kernel
