@@ -1,5 +1,6 @@
 #include "fuzz/subject.h"
 
+#include "frequencystore/kernel/walk.h"
 #include "frequencystore/records/allrecords.h"
 #include "tests/pipe.h"
 #include "tests/recordforms.h"
@@ -11,6 +12,45 @@
 namespace Velmara::fuzz {
 
 namespace {
+
+template <class R> void putExact(const R& record, QDataStream& out);
+
+struct PutExact
+{
+    const kernel::RecordData& data;
+    QDataStream& out;
+
+    template <class T> void operator()(const kernel::Member& m, const T& field) const
+    {
+        if (data.isSet(m) && data.isChosen(m))
+            put(field);
+    }
+
+private:
+    template <class T> void put(const T& field) const
+    {
+        if constexpr (kernel::IsRecord<T>)
+            putExact(field, out);
+        else if constexpr (kernel::IsEnum<T>)
+            out << qint8(field);
+    }
+    void put(const QString& text) const // XML makes one of the two ways in which lines end
+    {
+        out << QString(text + QLatin1Char('.')).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n');
+    }
+    void put(const QDateTime& time) const { out << (time.isValid() ? time.toMSecsSinceEpoch() : -1); }
+    template <class T> void put(const QVector<T>& list) const
+    {
+        for (const T& item : list)
+            put(item);
+    }
+};
+
+template <class R> void putExact(const R& record, QDataStream& out)
+{
+    if (const auto* const data = kernel::Record<R>::held(record))
+        kernel::visit(*data, PutExact{*data, out});
+}
 
 template <class R> class SubjectOf final : public Subject
 {
@@ -29,6 +69,10 @@ public:
     bool equals(const Subject& other) const override
     {
         return m_record == static_cast<const SubjectOf&>(other).m_record;
+    }
+    QByteArray exactContent() const override
+    {
+        return bytesOf([this](QDataStream& out) { putExact(m_record, out); });
     }
 
 private:

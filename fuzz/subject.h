@@ -26,6 +26,8 @@ public:
     virtual QByteArray packed() const = 0;
     virtual void readPacked(QDataStream& stream) = 0;
     virtual bool equals(const Subject& other) const = 0;
+    /// What of the content no form rounds: texts, date-times and enumerations, read past all forms of texts.
+    virtual QByteArray exactContent() const = 0;
 };
 
 /// An empty record of each class.

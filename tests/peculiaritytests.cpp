@@ -364,6 +364,13 @@ QVector<Odd> oddities()
         {"year 10000", startAt(QDateTime({10000, 1, 1}, {0, 0}, Qt::UTC)), time, time},
         {"year 0", startAt(QDateTime({-1, 12, 31}, {0, 0}, Qt::UTC)), time, time},
         {"no time", startAt(QDateTime()), {}, {}},
+        {"no name",
+         [](auto& e) {
+             e.SetValidate(false);
+             e.GetFFM_Settings().SetAnalogDemod(FFM_Settings::AnalogDemod(99));
+         },
+         entryPath + "/FFM_Settings/AnalogDemod: A value that has no name.",
+         entryPath + "/FFM_Settings/AnalogDemod: A value that has no name."},
         {"decoder",
          [](auto& e) {
              e.GetDemodulator_Settings().GetDecoder().SetValue({"a", QString(QChar(0xDC00))});

@@ -7,18 +7,24 @@
 
 namespace Velmara::kernel {
 
-QString reasonAgainst(const QString& text, WrittenForm form)
+QString reasonAgainst(const Member&, const QString& text, WrittenForm form)
 {
     if (form == WrittenForm::Xml)
         return canXmlCarry(text) ? QString() : QStringLiteral("A character that XML cannot carry.");
     return text.isValidUtf16() ? QString() : QStringLiteral("A character that UTF-8 cannot carry.");
 }
 
-QString reasonAgainst(const QDateTime& time, WrittenForm)
+QString reasonAgainst(const Member& m, const QDateTime& time, WrittenForm)
 {
     TextBuffer buffer;
-    const bool isLost = time.isValid() && toText(Member(), time, buffer).isNull();
+    const bool isLost = time.isValid() && toText(m, time, buffer).isNull();
     return isLost ? QStringLiteral("A date-time that has no text.") : QString();
+}
+
+QString reasonAgainstNameless(const Member& m, int value)
+{
+    const bool isLost = value != -1 && m.nameAt(value).isNull();
+    return isLost ? QStringLiteral("A value that has no name.") : QString();
 }
 
 /// A prefix is no part of the name to them.

@@ -10,9 +10,14 @@ namespace Velmara::kernel {
 using TALLYFORM::WrittenForm;
 
 /// Why a form does not give a value back; null if it does.
-template <class T> QString reasonAgainst(const T&, WrittenForm) { return {}; }
-QString reasonAgainst(const QString& text, WrittenForm form);
-QString reasonAgainst(const QDateTime& time, WrittenForm form);
+template <class T> QString reasonAgainst(const Member&, const T&, WrittenForm) { return {}; }
+QString reasonAgainst(const Member& m, const QString& text, WrittenForm form);
+QString reasonAgainst(const Member& m, const QDateTime& time, WrittenForm form);
+QString reasonAgainstNameless(const Member& m, int value);
+template <IsEnum E> QString reasonAgainst(const Member& m, const E& value, WrittenForm)
+{
+    return reasonAgainstNameless(m, int(value));
+}
 
 /// Why readers do not find an element by a name that was given to its object; null if they do.
 QString reasonAgainstName(const QString& name);
@@ -26,7 +31,7 @@ template <class R> QString reasonAgainstName(const R& r, const QString& nameOfCl
 template <class T> void demandCarried(const ITallyObject& self, const Member& m, const T& value, WrittenForm form)
 {
     if constexpr (std::is_same_v<T, QString> || std::is_same_v<T, QDateTime>)
-        if (self.ITallyObject::GetValidate() && !reasonAgainst(value, form).isNull())
+        if (self.ITallyObject::GetValidate() && !reasonAgainst(m, value, form).isNull())
             refuseContent(self, m);
 }
 [[noreturn]] void refuseName(const QString& reason);
@@ -59,11 +64,11 @@ private:
             return m_path;
         return m_path.isEmpty() ? QString(m.name) : m_path + QLatin1Char('/') + m.name;
     }
-    template <class T> bool search(const Member&, const T& value, const QString& path)
+    template <class T> bool search(const Member& m, const T& value, const QString& path)
     {
         if constexpr (IsRecord<T>)
             m_found = Record<T>::findUncarried(value, m_form, path);
-        else if (const QString reason = reasonAgainst(value, m_form); !reason.isNull())
+        else if (const QString reason = reasonAgainst(m, value, m_form); !reason.isNull())
             m_found = path + QLatin1String(": ") + reason;
         return !m_found.isNull();
     }
