@@ -1,7 +1,11 @@
 #include "frequencystore/detectionresulthelper.h"
 
 #include "base/exceptions.h"
+#include "frequencystore/kernel/description.h"
+#include "frequencystore/reported.h"
 #include "frequencystore/trace.h"
+
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <iterator>
@@ -14,11 +18,22 @@ namespace {
 
 using Mode = Demodulator_Settings::Mode;
 
+/// What is taken over of a record, as lists of members.
+using Taken = QVarLengthArray<const char*, 8>;
+
+/// An entry in the making.
+struct Draft
+{
+    FrequencyStoreEntry entry;
+    Taken taken; ///< of its result
+};
+
 /// What becomes of a result by its modulation text: the mode of the demodulator, and what its settings take over.
 struct Modulation
 {
     QStringList texts;
     Mode mode;
+    const char* taken;
     void (*fill)(Demodulator_Settings&, const DetectionResult&);
 };
 
@@ -79,15 +94,16 @@ const Modulation& modulationOf(const QString& text)
 {
     using MPSK = MPSK_Settings::ModType;
     static const Modulation catalogue[] = {
-        {kernel::splitNames("ASK2"), Mode::ASK, fillASK},
-        {kernel::splitNames("MSK, FSK2, FSK4"), Mode::FSK, fillFSK},
-        {kernel::splitNames("PSK2A, PSK2B, PSK4A, PSK4B, PSK8A, PSK8B"), Mode::PSK, fillPSK},
-        {kernel::splitNames("MORSE"), Mode::Morse, fillMorse},
-        {kernel::splitNames("MPSK2A, MPSK2B"), Mode::MPSK, fillMPSK<MPSK::McPSK2>},
-        {kernel::splitNames("MPSK4A, MPSK4B"), Mode::MPSK, fillMPSK<MPSK::McPSK4>},
-        {kernel::splitNames("MFSK2"), Mode::MFSK, fillMFSK},
+        {kernel::splitNames("ASK2"), Mode::ASK, "Baudrate", fillASK},
+        {kernel::splitNames("MSK, FSK2, FSK4"), Mode::FSK, "Baudrate, Shift", fillFSK},
+        {kernel::splitNames("PSK2A, PSK2B, PSK4A, PSK4B, PSK8A, PSK8B"), Mode::PSK, "Baudrate", fillPSK},
+        {kernel::splitNames("MORSE"), Mode::Morse, "Baudrate/Value", fillMorse},
+        {kernel::splitNames("MPSK2A, MPSK2B"), Mode::MPSK, "Baudrate", fillMPSK<MPSK::McPSK2>},
+        {kernel::splitNames("MPSK4A, MPSK4B"), Mode::MPSK, "Baudrate", fillMPSK<MPSK::McPSK4>},
+        {kernel::splitNames("MFSK2"), Mode::MFSK, "Baudrate, Shift", fillMFSK},
     };
-    static const Modulation other{{}, Mode::TransmissionSystem, fillTransmissionSystem};
+    static const Modulation other{
+        {}, Mode::TransmissionSystem, "TransmissionSystem, Baudrate, Shift", fillTransmissionSystem};
     const auto modulation = std::find_if(std::begin(catalogue), std::end(catalogue),
                                          [&](const Modulation& each) { return each.texts.contains(text); });
     return modulation == std::end(catalogue) ? other : *modulation;
@@ -105,7 +121,7 @@ Station stationOf(const DetectionResult& result)
     return station;
 }
 
-void locate(FrequencyStoreEntry& entry, const DetectionResult& result)
+void locate(Draft& draft, const DetectionResult& result)
 {
     if (!result.IsLongitudeSet() || !result.IsLatitudeSet())
         return;
@@ -118,7 +134,8 @@ void locate(FrequencyStoreEntry& entry, const DetectionResult& result)
     located.AppendStation(stationOf(result));
     FrequencyStoreEntryLocation location;
     location.AppendLocationResult(located);
-    entry.SetLocation(location);
+    draft.entry.SetLocation(location);
+    draft.taken.append("Longitude, Latitude, Azimuth, DFQuality");
 }
 
 void traceFailure(const QString& message, int line)
@@ -126,98 +143,190 @@ void traceFailure(const QString& message, int line)
     trace(message, QStringLiteral("frequencystore/detectionresulthelper"), line);
 }
 
-} // namespace
-
-DetectionResultHelper::DetectionResultHelper(DetectionResultList& results, FrequencyStoreList& store)
-    : m_results(results), m_store(store)
+/// Takes over the receiver settings that a result has as XML.
+void takeReceiver(Draft& draft, const DetectionResult& result, const QString& failurePrefix)
 {
-    Init();
-}
-
-DetectionResultHelper::DetectionResultHelper(DetectionResultHelper const&) = default;
-DetectionResultHelper::~DetectionResultHelper() = default;
-
-void DetectionResultHelper::Init()
-{
-    m_store.SetUsage(static_cast<FrequencyStoreList::Usage>(m_results.GetUsage()));
-    InitHeading();
-    const QVector<DetectionResult> results = m_results.GetDetectionResult();
-    for (const DetectionResult& result : results) {
-        if (result.IsModulationSet())
-            InitWithDemodulator(result);
-        else
-            InitWithoutDemodulator(result);
-    }
-}
-
-void DetectionResultHelper::InitHeading()
-{
-    FrequencyStoreEntry heading;
-    heading.InitChoice(FrequencyStoreEntry::ChoiceFrequencyStoreEntry::ShortTime_Settings);
-    heading.SetUsage(static_cast<FrequencyStoreEntry::Usage>(m_results.GetUsage()));
-    heading.SetComment(m_results.GetComment());
-    heading.SetID(m_results.GetID());
-    heading.SetType(m_results.GetType());
+    FFM_Settings& tuning = draft.entry.GetFFM_Settings();
     try {
-        m_store.AppendFrequencyStoreEntry(heading);
+        if (tuning.SetXmlString(result.GetFFMSettingsWithAnalogDemod(), false))
+            draft.taken.append("FFMSettingsWithAnalogDemod");
     } catch (const TallyException& failure) {
-        traceFailure(QStringLiteral("DetectionResultHelper::Init ") + failure.GetMessage(), __LINE__);
+        traceFailure(failurePrefix + failure.GetMessage(), __LINE__);
+        tuning.Reset();
     }
 }
 
-void DetectionResultHelper::InitTuning(FrequencyStoreEntry& entry, DetectionResult const& result,
-                                       QString const& failurePrefix)
+void tune(Draft& draft, const DetectionResult& result, const QString& failurePrefix)
 {
+    FrequencyStoreEntry& entry = draft.entry;
     entry.SetType(result.GetType().isEmpty() ? QStringLiteral("a") : result.GetType());
+    if (result.IsFFMSettingsWithAnalogDemodSet())
+        takeReceiver(draft, result, failurePrefix);
     FFM_Settings& tuning = entry.GetFFM_Settings();
-    if (result.IsFFMSettingsWithAnalogDemodSet()) {
-        try {
-            tuning.SetXmlString(result.GetFFMSettingsWithAnalogDemod(), false);
-        } catch (const TallyException& failure) {
-            traceFailure(failurePrefix + failure.GetMessage(), __LINE__);
-            tuning.Reset();
-        }
-    }
     tuning.SetFrequency(result.GetFrequency());
     tuning.GetIFBandwidth().SetValue(result.GetBandwidth().GetValue());
     tuning.SetLevel(result.GetLevel());
     entry.GetDetection().SetStartTime(result.GetStartTime());
     if (result.IsStopTimeSet())
         entry.GetDetection().SetStopTime(result.GetStopTime());
+    draft.taken.append("Type, Frequency, Bandwidth/Value, Level, StartTime, StopTime");
 }
 
-void DetectionResultHelper::InitCommonSettings(FrequencyStoreEntry& entry, DetectionResult const& result)
+Draft withoutDemodulator(const DetectionResult& result)
 {
-    InitTuning(entry, result, QString());
-    entry.GetResultList().SetConfidence(result.GetConfidence());
-    locate(entry, result);
-    Demodulator_Settings& settings = entry.GetDemodulator_Settings();
+    Draft draft;
+    draft.entry.SetID(result.GetID());
+    draft.taken.append("ID");
+    tune(draft, result, QStringLiteral("InitWithoutDemodulator : "));
+    locate(draft, result);
+    return draft;
+}
+
+Draft withDemodulator(const DetectionResult& result)
+{
+    const Modulation& modulation = modulationOf(result.GetModulation());
+    Draft draft;
+    tune(draft, result, QString());
+    draft.entry.GetResultList().SetConfidence(result.GetConfidence());
+    locate(draft, result);
+    Demodulator_Settings& settings = draft.entry.GetDemodulator_Settings();
     settings.SetFrequencyOffset(0.0);
     const QStringList decoders = result.GetDecoder().split(QLatin1Char(','), Qt::SkipEmptyParts);
     if (!decoders.isEmpty())
         settings.GetDecoder().SetValue(decoders.toVector());
     if (!result.GetDemodulatorRawParameters().isEmpty())
         settings.SetParameters(result.GetDemodulatorRawParameters());
-}
-
-void DetectionResultHelper::InitWithDemodulator(DetectionResult const& result)
-{
-    const Modulation& modulation = modulationOf(result.GetModulation());
-    FrequencyStoreEntry entry;
-    InitCommonSettings(entry, result);
-    Demodulator_Settings& settings = entry.GetDemodulator_Settings();
     settings.SetMode(modulation.mode);
     modulation.fill(settings, result);
-    m_store.AppendFrequencyStoreEntry(entry);
+    draft.taken.append("Confidence, Decoder, DemodulatorRawParameters, Modulation");
+    draft.taken.append(modulation.taken);
+    return draft;
 }
 
-void DetectionResultHelper::InitWithoutDemodulator(DetectionResult const& result)
+Draft draftOf(const DetectionResult& result)
 {
-    FrequencyStoreEntry entry;
-    entry.SetID(result.GetID());
-    InitTuning(entry, result, QStringLiteral("InitWithoutDemodulator : "));
-    locate(entry, result);
-    m_store.AppendFrequencyStoreEntry(entry);
+    return result.IsModulationSet() ? withDemodulator(result) : withoutDemodulator(result);
+}
+
+bool holdsAnything(const ITallyObject& record, const MemberDescription& member)
+{
+    const auto isHolding = [&member](const ITallyObject* child) {
+        const QVector<MemberDescription>& members = member.record().members;
+        return std::any_of(members.begin(), members.end(),
+                           [child](const MemberDescription& each) { return holdsAnything(*child, each); });
+    };
+    const QVector<const ITallyObject*> children = member.children(record);
+    return !member.texts(record).join(QString()).isEmpty() || std::any_of(children.begin(), children.end(), isHolding);
+}
+
+/// The members, behind the path to their record, that hold something which is not taken over.
+QStringList leftOut(const ITallyObject& record, const RecordDescription& description, const QStringList& taken,
+                    const QString& path)
+{
+    QStringList left;
+    for (const MemberDescription& member : description.members) {
+        const QString name = path + member.name, below = name + QLatin1Char('/');
+        if (taken.contains(name) || !holdsAnything(record, member))
+            continue;
+        if (std::none_of(taken.begin(), taken.end(), [&](const QString& each) { return each.startsWith(below); }))
+            left += name;
+        else
+            for (const ITallyObject* child : member.children(record))
+                left += leftOut(*child, member.record(), taken, below);
+    }
+    return left;
+}
+
+/// The same of a whole record, of which lists of members are taken over.
+template <class R> QStringList leftOut(const R& record, const Taken& taken)
+{
+    QStringList names;
+    for (const char* members : taken)
+        names += kernel::splitNames(members);
+    return leftOut(record, kernel::Record<R>::description(), names, QString());
+}
+
+/// Checks all that writing a record does: its chosen alternatives too, which Check leaves to that. Of a fault and what
+/// it makes of the records above, the fault is told.
+void checkWholly(const ITallyObject& record, const RecordDescription& description)
+{
+    for (const MemberDescription& member : description.members)
+        for (const ITallyObject* child : member.children(record))
+            checkWholly(*child, member.record());
+    record.Check();
+}
+
+/// Takes over what the list itself tells; false if the store declines the heading entry.
+bool appendHeading(const DetectionResultList& results, FrequencyStoreList& store)
+{
+    store.SetUsage(static_cast<FrequencyStoreList::Usage>(results.GetUsage()));
+    FrequencyStoreEntry heading;
+    heading.InitChoice(FrequencyStoreEntry::ChoiceFrequencyStoreEntry::ShortTime_Settings);
+    heading.SetUsage(static_cast<FrequencyStoreEntry::Usage>(results.GetUsage()));
+    heading.SetComment(results.GetComment());
+    heading.SetID(results.GetID());
+    heading.SetType(results.GetType());
+    try {
+        store.AppendFrequencyStoreEntry(heading);
+        return true;
+    } catch (const TallyException& failure) {
+        traceFailure(QStringLiteral("DetectionResultHelper::Init ") + failure.GetMessage(), __LINE__);
+        return false;
+    }
+}
+
+void appendHeading(const DetectionResultList& results, FrequencyStoreList& store, ConversionReport& report)
+{
+    const bool isTaken = appendHeading(results, store);
+    report.entries += isTaken;
+    report.heading = leftOut(results, Taken{"Usage, DetectionResult", isTaken ? "Comment, ID, Type" : ""});
+}
+
+void appendResult(const DetectionResult& result, int index, FrequencyStoreList& store, ConversionReport& report)
+{
+    try {
+        const Draft draft = draftOf(result);
+        if (store.GetValidate())
+            checkWholly(draft.entry, kernel::Record<FrequencyStoreEntry>::description());
+        store.AppendFrequencyStoreEntry(draft.entry);
+        ++report.entries;
+        if (const QStringList members = leftOut(result, draft.taken); !members.isEmpty())
+            report.reduced.append({index, result.GetID(), members});
+    } catch (const TallyException& failure) {
+        const RefusedResult refused{index, result.GetID(), failure.GetMessage()};
+        if (report.badResults == BadResults::AreSkipped) {
+            report.refused.append(refused);
+            return;
+        }
+        report.failed = refused;
+        throw;
+    }
+}
+
+} // namespace
+
+DetectionResultHelper::DetectionResultHelper(DetectionResultList& results, FrequencyStoreList& store)
+    : m_results(results), m_store(store)
+{
+    appendHeading(m_results, m_store);
+    const QVector<DetectionResult> list = m_results.GetDetectionResult();
+    for (const DetectionResult& result : list)
+        m_store.AppendFrequencyStoreEntry(draftOf(result).entry);
+}
+
+DetectionResultHelper::DetectionResultHelper(DetectionResultHelper const&) = default;
+DetectionResultHelper::~DetectionResultHelper() = default;
+
+ConversionReport DetectionResultHelper::Convert(DetectionResultList const& results, FrequencyStoreList& store,
+                                                BadResults badResults)
+{
+    return reported<ConversionReport>([&](ConversionReport& report) {
+        report.badResults = badResults;
+        appendHeading(results, store, report);
+        const QVector<DetectionResult>& list = results.GetDetectionResult();
+        for (int i = 0; i < list.size(); ++i)
+            appendResult(list[i], i, store, report);
+    });
 }
 
 } // namespace Velmara

@@ -42,6 +42,40 @@ struct ImportReport
     QStringList missingColumns;  ///< those that every file of the list type has and this one has not
 };
 
+/// A detection result that gave no entry.
+struct RefusedResult
+{
+    int index = -1; ///< its place in the list, counted from 0; -1 if no result is meant
+    QString id;
+    QString reason; ///< as the exception tells it
+};
+
+/// What an entry does not take over of its detection result.
+struct ReducedResult
+{
+    int index = -1; ///< the place of the result in the list, counted from 0
+    QString id;
+    QStringList members; ///< such as "ID", or "Bandwidth/Min" where others of the same child are taken over
+};
+
+/// What a detection result that gives no entry does to the conversion of its list.
+enum class BadResults { EndConversion, AreSkipped };
+
+/// What turning detection results into store entries did, and what it met.
+struct ConversionReport
+{
+    bool isComplete = false; ///< whether the conversion went through to the end of the list
+    int entries = 0;         ///< how many were appended, the heading among them; those ahead of a failure stay
+    QString error;           ///< the reason if the conversion failed
+    RefusedResult failed;    ///< where it failed
+
+    BadResults badResults = BadResults::EndConversion; ///< as the caller wanted it
+    QVector<RefusedResult> refused;                    ///< the results without an entry, if they are skipped
+
+    QStringList heading;            ///< members of the list itself that are not taken over
+    QVector<ReducedResult> reduced; ///< the results that are not taken over wholly
+};
+
 /// What writing a CSV file did, and what it met.
 struct ExportReport
 {

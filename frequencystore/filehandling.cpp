@@ -6,6 +6,7 @@
 #include "frequencystore/csvformat.h"
 #include "frequencystore/csvtext.h"
 #include "frequencystore/detectionresulthelper.h"
+#include "frequencystore/reported.h"
 #include "frequencystore/trace.h"
 
 #include <algorithm>
@@ -174,23 +175,6 @@ const FileHandling::Exchange& FileHandling::exchangeOf(ListType type)
                                  .arg(FrequencyStoreListHelper().ListTypeToName(type)));
     return *exchange;
 }
-
-namespace {
-
-/// Runs an exchange, which fills a report and throws on failure; the report then tells the reason.
-template <class Report, class Action> Report reported(Action action)
-{
-    Report report;
-    try {
-        action(report);
-        report.isComplete = true;
-    } catch (const TallyException& failure) {
-        report.error = failure.GetMessage();
-    }
-    return report;
-}
-
-} // namespace
 
 ImportReport FileHandling::ReadCSV(QString const& file, FrequencyStoreList& list, ListType type, BadRows badRows)
 {

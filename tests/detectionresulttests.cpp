@@ -44,6 +44,9 @@ QVector<FrequencyStoreEntry> converted(DetectionResultList list)
     return store.GetFrequencyStoreEntry();
 }
 
+class DetectionFiles : public ExchangeTest
+{};
+
 const QString common = "<Type>type</Type><FFM_Settings Version=\"1.2\"><Frequency Min=\"99.00\">100.13</Frequency>"
                        "<IFBandwidth>8000.00</IFBandwidth><Level>0.00</Level></FFM_Settings>";
 const QString times = "<Detection><StartTime>2024-02-29T23:59:58,007Z</StartTime></Detection>";
@@ -148,8 +151,124 @@ TEST(DetectionResults, GiveTheirCommonSettings)
     EXPECT_TRUE(converted(listOf({located})).first().IsLocationSet());
 }
 
-class DetectionFiles : public ExchangeTest
-{};
+namespace {
+
+const char* const modulations[] = {nullptr, "ASK2", "FSK2", "PSK8A", "MORSE", "MPSK4B", "MFSK2", "link"};
+
+DetectionResult fullResult(const char* modulation, bool isLocated)
+{
+    DetectionResult r = result(modulation);
+    r.SetLevel(1);
+    r.SetStopTime(r.GetStartTime());
+    r.SetConfidence(2);
+    r.SetFFMSettingsWithAnalogDemod("<FFM_Settings Version=\"1.2\"><AnalogDemod>USB</AnalogDemod></FFM_Settings>");
+    r.SetTransmissionSystem("net");
+    r.SetDemodulatorRawParameters("raw");
+    r.SetDecoder("one,two");
+    r.SetAzimuth(3);
+    r.SetDFQuality(4);
+    r.SetLongitude(5);
+    if (isLocated)
+        r.SetLatitude(6);
+    r.GetBandwidth().SetMin(7);
+    r.GetBaudrate().SetMax(8);
+    r.GetBaudrate().SetUse(false);
+    r.GetShift().SetMin(9);
+    return r;
+}
+
+/// A member of a full result, by its path, and what gives it another value.
+struct Change
+{
+    const char* path;
+    void (*apply)(DetectionResult& r);
+};
+
+const Change changes[] = {
+    {"ID", [](DetectionResult& r) { r.SetID("other"); }},
+    {"Type", [](DetectionResult& r) { r.SetType("other"); }},
+    {"Frequency", [](DetectionResult& r) { r.GetFrequency().SetValue(200); }},
+    {"Frequency/Min", [](DetectionResult& r) { r.GetFrequency().SetMin(200); }},
+    {"Bandwidth/Value", [](DetectionResult& r) { r.GetBandwidth().SetValue(200); }},
+    {"Bandwidth/Min", [](DetectionResult& r) { r.GetBandwidth().SetMin(200); }},
+    {"Level", [](DetectionResult& r) { r.SetLevel(200); }},
+    {"StartTime", [](DetectionResult& r) { r.SetStartTime(r.GetStartTime().addDays(1)); }},
+    {"StopTime", [](DetectionResult& r) { r.SetStopTime(r.GetStartTime().addDays(1)); }},
+    {"Confidence", [](DetectionResult& r) { r.SetConfidence(200); }},
+    {"FFMSettingsWithAnalogDemod",
+     [](DetectionResult& r) {
+         r.SetFFMSettingsWithAnalogDemod(r.GetFFMSettingsWithAnalogDemod().replace("USB", "AM"));
+     }},
+    {"Modulation", [](DetectionResult& r) { r.SetModulation("other"); }},
+    {"TransmissionSystem", [](DetectionResult& r) { r.SetTransmissionSystem("other"); }},
+    {"DemodulatorRawParameters", [](DetectionResult& r) { r.SetDemodulatorRawParameters("other"); }},
+    {"Baudrate/Value", [](DetectionResult& r) { r.GetBaudrate().SetValue(200); }},
+    {"Baudrate/Max", [](DetectionResult& r) { r.GetBaudrate().SetMax(200); }},
+    {"Baudrate/Use", [](DetectionResult& r) { r.GetBaudrate().SetUse(true); }},
+    {"Shift/Value", [](DetectionResult& r) { r.GetShift().SetValue(200); }},
+    {"Shift/Min", [](DetectionResult& r) { r.GetShift().SetMin(200); }},
+    {"Decoder", [](DetectionResult& r) { r.SetDecoder("other"); }},
+    {"Azimuth", [](DetectionResult& r) { r.SetAzimuth(200); }},
+    {"DFQuality", [](DetectionResult& r) { r.SetDFQuality(200); }},
+    {"Longitude", [](DetectionResult& r) { r.SetLongitude(80); }},
+    {"Latitude", [](DetectionResult& r) { r.SetLatitude(80); }},
+};
+
+struct Conversion
+{
+    explicit Conversion(const DetectionResult& r)
+        : report(DetectionResultHelper::Convert(listOf({r}), store)),
+          entry(packed(std::as_const(store).GetFrequencyStoreEntry().value(0)))
+    {}
+    /// Whether the report tells that a member is left out, by itself or with the child it belongs to.
+    bool isLeftOut(const QString& path) const
+    {
+        const QStringList members = report.reduced.value(0).members;
+        return members.contains(path) || members.contains(path.section('/', 0, 0));
+    }
+
+    FrequencyStoreList store;
+    ConversionReport report;
+    QByteArray entry;
+};
+
+} // namespace
+
+TEST_F(DetectionFiles, TellWhatTheirEntriesDoNotTakeOver)
+{
+    for (const char* modulation : modulations) {
+        for (const bool isLocated : {false, true}) {
+            const DetectionResult full = fullResult(modulation, isLocated);
+            const Conversion plain(full);
+            ASSERT_TRUE(plain.report.isComplete) << plain.report.error.toStdString();
+            for (const Change& change : changes) {
+                if (!DescriptionOf(full).member(QString(change.path).section('/', 0, 0))->isSet(full))
+                    continue;
+                DetectionResult changed = full;
+                change.apply(changed);
+                EXPECT_EQ(plain.isLeftOut(change.path), Conversion(changed).entry == plain.entry)
+                    << change.path << (modulation ? modulation : " without modulation") << isLocated;
+            }
+        }
+    }
+
+    const auto leftOut = [](const DetectionResult& r) { return Conversion(r).report.reduced.value(0).members; };
+    EXPECT_EQ(leftOut(fullResult(nullptr, true)),
+              QStringList({"Bandwidth/Min", "Confidence", "TransmissionSystem", "DemodulatorRawParameters", "Baudrate",
+                           "Shift", "Decoder"}));
+    EXPECT_EQ(leftOut(fullResult("MORSE", false)),
+              QStringList({"ID", "Bandwidth/Min", "TransmissionSystem", "Baudrate/Max", "Baudrate/Use", "Shift",
+                           "Azimuth", "DFQuality", "Longitude"}));
+    DetectionResult bare = result();
+    bare.ResetShift();
+    bare.GetBaudrate().ResetValue(); // a child that holds nothing
+    bare.SetDecoder("");
+    EXPECT_EQ(leftOut(bare), QStringList());
+    for (const char* text : {"<FFM_Settings><AnalogDemod>XX</AnalogDemod></FFM_Settings>", "no XML"}) {
+        bare.SetFFMSettingsWithAnalogDemod(text);
+        EXPECT_EQ(leftOut(bare), QStringList("FFMSettingsWithAnalogDemod"));
+    }
+}
 
 TEST_F(DetectionFiles, AHeadingStandsAheadWhereTheStoreTakesIt)
 {
@@ -197,6 +316,72 @@ TEST_F(DetectionFiles, FailuresLeaveTheConversionWhereTheyAreTold)
     badXml.ResetModulation();
     EXPECT_EQ(xml(converted(listOf({badXml})).first()), xml(converted(listOf({result()})).first()));
     EXPECT_TRUE(traces().contains("InitWithoutDemodulator : " + reason));
+}
+
+TEST_F(DetectionFiles, FailuresPassOverTheOtherResultsIfThatIsWanted)
+{
+    const auto place = [](const RefusedResult& refused) {
+        return QString("%1 %2 %3").arg(refused.index).arg(refused.id, refused.reason);
+    };
+    const auto named = [](const QString& id, const char* modulation) {
+        DetectionResult r = result(modulation);
+        r.SetID(id);
+        return r;
+    };
+    DetectionResult noShift = named("a", "FSK2"), noRate = named("b", "PSK8A"), noFrequency = named("c", nullptr);
+    noShift.ResetShift();
+    noRate.ResetBaudrate();
+    noFrequency.GetFrequency().ResetValue();
+    const DetectionResultList list
+        = listOf({result(), noShift, noRate, noFrequency, named("d", "ASK2"), DetectionResult(), result()});
+    const QString incomplete = ": Tried to append not completely defined or invalid item ";
+    const QStringList refusals{"1 a FSK_Settings" + incomplete + "Shift.", "2 b Baudrate: Please set Value properly.",
+                               "3 c Frequency: Please set Value properly.",
+                               "5  FrequencyStoreEntry: Please set ID properly (origin: Setter)."};
+
+    FrequencyStoreList strict;
+    ConversionReport report = DetectionResultHelper::Convert(list, strict);
+    EXPECT_FALSE(report.isComplete);
+    EXPECT_EQ(report.entries, 1);
+    EXPECT_EQ(place(report.failed), refusals[0]);
+    EXPECT_EQ(report.error, report.failed.reason);
+    EXPECT_TRUE(report.refused.isEmpty());
+    EXPECT_EQ(std::as_const(strict).GetFrequencyStoreEntry().size(), 1);
+
+    FrequencyStoreList store;
+    report = DetectionResultHelper::Convert(list, store, BadResults::AreSkipped);
+    EXPECT_TRUE(report.isComplete && report.error.isEmpty());
+    EXPECT_EQ(report.entries, 3);
+    EXPECT_EQ(std::as_const(store).GetFrequencyStoreEntry().size(), 3);
+    EXPECT_TRUE(store.SaveXml(path("d.xml")));
+    QStringList refused;
+    for (const RefusedResult& each : report.refused)
+        refused += place(each);
+    EXPECT_EQ(refused, refusals);
+    EXPECT_EQ(report.failed.index, -1);
+    EXPECT_EQ(report.heading, QStringList({"Comment", "ID", "Type"}));
+    ASSERT_EQ(report.reduced.size(), 3);
+    EXPECT_EQ(report.reduced[1].index, 4);
+    EXPECT_EQ(report.reduced[1].id, "d");
+    EXPECT_EQ(report.reduced[1].members, QStringList({"ID", "Shift"}));
+
+    FrequencyStoreList lax;
+    lax.SetValidate(false);
+    report = DetectionResultHelper::Convert(listOf({noRate, noFrequency}), lax);
+    EXPECT_TRUE(report.isComplete);
+    EXPECT_EQ(report.entries, 3); // the heading and what could not be written under validation
+    EXPECT_EQ(report.heading, QStringList());
+
+    class SiteList : public DetectionResultList
+    {
+    } siteList;
+    report = DetectionResultHelper::Convert(siteList, store, BadResults::AreSkipped);
+    EXPECT_FALSE(report.isComplete);
+    EXPECT_EQ(report.error, "enum is not valid (classname=FrequencyStoreList,membername=m_usage)");
+    EXPECT_EQ(report.failed.index, -1);
+    EXPECT_EQ(report.entries, 0);
+    static_cast<DetectionResultList&>(siteList) = list;
+    EXPECT_EQ(DetectionResultHelper::Convert(siteList, store, BadResults::AreSkipped).reduced.size(), 3);
 }
 
 TEST_F(DetectionFiles, StandInCsvAndAsStoreEntriesInXml)

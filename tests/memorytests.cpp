@@ -236,13 +236,19 @@ TEST_F(FailingMemory, Copies)
 TEST_F(FailingMemory, DetectionResults)
 {
     DetectionResultList results = RandomFiller(3).setEverything().make<DetectionResultList>();
-    tryAll([] { return FrequencyStoreList(); },
-           [&](FrequencyStoreList& store) {
-               store.SetValidate(false);
-               DetectionResultHelper(results, store).GetCSVString();
-               return true;
-           },
-           [](const FrequencyStoreList& store, bool isDone) {
-               return !isDone || !store.GetFrequencyStoreEntry().isEmpty();
-           });
+    const auto tryConversion = [&](auto convert) {
+        tryAll([] { return FrequencyStoreList(); },
+               [&](FrequencyStoreList& store) {
+                   store.SetValidate(false);
+                   return convert(store);
+               },
+               [](const FrequencyStoreList& store, bool isDone) {
+                   return !isDone || !store.GetFrequencyStoreEntry().isEmpty();
+               });
+    };
+    tryConversion([&](FrequencyStoreList& store) {
+        DetectionResultHelper(results, store).GetCSVString();
+        return true;
+    });
+    tryConversion([&](FrequencyStoreList& store) { return DetectionResultHelper::Convert(results, store).isComplete; });
 }
