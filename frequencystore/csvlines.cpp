@@ -33,7 +33,7 @@ QStringView TextLines::next()
 QString readText(const QString& fileName, bool& isMisencoded)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!file.open(QIODevice::ReadOnly))
         throw TallyException(QStringLiteral("Can't open file for reading: '%1'").arg(fileName));
     QByteArray content;
     QString reason;
@@ -41,9 +41,9 @@ QString readText(const QString& fileName, bool& isMisencoded)
         throw TallyException(QStringLiteral("Can't read file: '%1' (%2)").arg(fileName, reason));
     QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
     QTextCodec::ConverterState state; // drops a character that the end of the file cuts
-    const QString text
-        = QTextCodec::codecForUtfText(content, utf8)->toUnicode(content.constData(), content.size(), &state);
+    QString text = QTextCodec::codecForUtfText(content, utf8)->toUnicode(content.constData(), content.size(), &state);
     isMisencoded = state.invalidChars > 0;
+    text.remove(u'\r'); // of which the bytes may stand in other characters
     return text;
 }
 

@@ -30,9 +30,8 @@ private:
     QStringView m_rest;
 };
 
-/// The text of a file, which is UTF-8 unless a byte order mark tells otherwise, with line feeds alone as line ends.
-/// Tells whether it holds bytes that are no characters, which become U+FFFD. Throws TallyException if it cannot be
-/// read.
+/// The text of a file, which is UTF-8 unless a byte order mark tells otherwise, without its carriage returns. Tells
+/// whether it holds bytes that are no characters, which become U+FFFD. Throws TallyException if it cannot be read.
 QString readText(const QString& fileName, bool& isMisencoded);
 
 /// Finds its way through a table: comments, one header, and rows up to the first empty line. Counts lines as an editor

@@ -1,6 +1,6 @@
 #include "exchangefixture.h"
 
-#include <QTextCodec>
+#include <QDataStream>
 #include <QTextStream>
 
 using namespace Velmara;
@@ -42,15 +42,65 @@ QString traceOfFile(const QString& path)
 }
 
 /// The same through a stream, which finds the lines by itself.
-QString traceOfStream(const QString& path)
+QString traceOfStream(QTextStream& stream, const QString& name)
 {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
-    QTextStream stream(file.readAll());
+    return traceOf([&](CSVFileLoader& loader) { loader.LoadFile(stream, name); },
+                   [&](CSVFileLoader&) { return !stream.readAll().remove('\n').isEmpty(); });
+}
+
+/// What files of a text are to leave behind, without its carriage returns.
+QString traceOfText(QString text, const QString& name)
+{
+    text.remove('\r');
+    QTextStream stream(&text);
+    return traceOfStream(stream, name);
+}
+
+/// What a file is to leave behind that holds no carriage returns, with the stream as the judge of its characters.
+QString traceOfBytes(const QByteArray& bytes, const QString& name)
+{
+    QTextStream stream(bytes);
     stream.setCodec("UTF-8");
     stream.setAutoDetectUnicode(true);
-    return traceOf([&](CSVFileLoader& loader) { loader.LoadFile(stream, path); },
-                   [&](CSVFileLoader&) { return !stream.readAll().remove('\n').isEmpty(); });
+    return traceOfStream(stream, name);
+}
+
+template <class Units> QByteArray bytesOf(const Units& units, QDataStream::ByteOrder order)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setByteOrder(order);
+    for (const auto unit : units)
+        stream << unit;
+    return bytes;
+}
+
+/// A text in all encodings in which a file may be.
+QVector<QByteArray> encoded(const QString& text)
+{
+    const QString marked = QChar(QChar::ByteOrderMark) + text;
+    QVector<QByteArray> files{text.toUtf8(), marked.toUtf8()};
+    for (const auto order : {QDataStream::LittleEndian, QDataStream::BigEndian})
+        files << bytesOf(marked, order) << bytesOf(marked.toUcs4(), order);
+    return files;
+}
+
+template <class T> const T& oneOf(const QVector<T>& list, std::mt19937& random)
+{
+    return list[int(random() % unsigned(list.size()))];
+}
+
+/// Lines of one cell or two, made of pieces.
+template <class T> T randomLines(const QVector<T>& pieces, bool haveTwoCells, std::mt19937& random)
+{
+    T lines = haveTwoCells ? "a;b\n" : "a\n";
+    for (int count = int(random() % 12); count >= 0; --count) {
+        const T& piece = oneOf(pieces, random);
+        lines += piece == ";" && !haveTwoCells ? T("y") : piece;
+        if (haveTwoCells && random() % 2)
+            lines += ";z\n";
+    }
+    return lines;
 }
 
 } // namespace
@@ -123,31 +173,38 @@ TEST_F(CsvFiles, KnowTheirLines)
               "Can't open file for reading: '" + path("none") + "'");
 }
 
-TEST_F(CsvFiles, ReadAsStreamsDo)
+TEST_F(CsvFiles, ReadTheSameInAllEncodings)
 {
-    const auto expectSame = [&](const QByteArray& bytes) {
-        const QString file = write("x.csv", bytes);
-        EXPECT_EQ(traceOfFile(file), traceOfStream(file)) << bytes.left(200).toHex().toStdString();
-    };
-    const QString text = QString::fromUtf8("#\na;\u00e4\n\U0001F4E1;2\r\n\n3;4\n");
-    for (const char* codec : {"UTF-8", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"}) {
-        QTextCodec::ConverterState state; // writes a byte order mark
-        expectSame(QTextCodec::codecForName(codec)->fromUnicode(text.data(), text.size(), &state));
+    const QString odd = QString::fromUtf8("\u010d\u0d0a\u0a0d\u0d0d\u0a0a"); // the bytes of line ends in other places
+    for (const QByteArray& bytes : encoded("#\r\n" + odd + ";b\r\n1;" + odd + "\r\n2;\n" + odd + ";4\r\n")) {
+        const CSVFileLoader loader(write("x.csv", bytes));
+        EXPECT_EQ(loader.GetColumnNames(), QStringList({odd, "b"}));
+        EXPECT_EQ(*loader.GetColumn(odd)->GetValues(), QStringList({"1", "2", odd}));
+        EXPECT_EQ(*loader.GetColumn("b")->GetValues(), QStringList({odd, "", "4"}));
     }
-    QVector<QByteArray> pieces{"a", ";", "\n",       "\n",       "\r\n", "\r",
-                               "#", " ", "\xC3\xA4", "\xE2\x82", "\xFF", "\xEF\xBB\xBF"};
-    pieces += QByteArray(1, '\0');
+
+    QVector<QString> pieces{"a", ";", "\n", "\n", "\r\n", "\r", "#", " ", odd, QString::fromUtf8("\u00e4\U0001F4E1")};
     for (const int length : {10238, 10239, 10240, 10241, 16383, 20480})
-        pieces += QByteArray(length, 'x');
+        pieces += QString(length, 'x');
+    std::mt19937 random(5);
+    for (int i = 0; i < 100; ++i) {
+        const QString text = randomLines(pieces, i % 2, random);
+        for (const QByteArray& bytes : encoded(text)) {
+            const QString file = write("x.csv", bytes);
+            EXPECT_EQ(traceOfFile(file), traceOfText(text, file)) << bytes.left(200).toHex().toStdString();
+        }
+    }
+}
+
+TEST_F(CsvFiles, ReadWhatIsNoTextAsStreamsDo)
+{
+    QVector<QByteArray> pieces{"a", ";", "\n", " ", "\xC3\xA4", "\xE2\x82", "\xFF", "\xEF\xBB\xBF"};
+    pieces += QByteArray(1, '\0');
+    pieces += QByteArray(20480, 'x');
     std::mt19937 random(5);
     for (int i = 0; i < 400; ++i) {
-        QByteArray bytes = i % 2 ? "a\n" : "a;b\n";
-        for (int count = int(random() % 12); count >= 0; --count) {
-            const QByteArray& piece = pieces[int(random() % unsigned(pieces.size()))];
-            bytes += piece == ";" && i % 2 ? QByteArray("y") : piece;
-            if (i % 2 == 0 && random() % 2)
-                bytes += ";z\n";
-        }
-        expectSame(bytes);
+        const QByteArray bytes = randomLines(pieces, i % 2, random);
+        const QString file = write("x.csv", bytes);
+        EXPECT_EQ(traceOfFile(file), traceOfBytes(bytes, file)) << bytes.left(200).toHex().toStdString();
     }
 }
