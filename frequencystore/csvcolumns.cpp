@@ -3,6 +3,7 @@
 #include "base/converters.h"
 #include "frequencystore/csvformat.h"
 #include "frequencystore/csvtext.h"
+#include "frequencystore/readable.h"
 
 using TALLYFORM::Converters;
 
@@ -10,12 +11,16 @@ namespace Velmara {
 
 namespace {
 
-const FFM_Settings& settingsOf(const FrequencyStoreEntry& entry) { return entry.GetFFM_Settings(); }
-const FFM_SettingsDetail& detailOf(const FrequencyStoreEntry& entry) { return settingsOf(entry).GetDetail(); }
-const DF_Settings& directionOf(const FrequencyStoreEntry& entry) { return entry.GetDF_Settings(); }
-const Profile_Data& profileOf(const FrequencyStoreEntry& entry) { return entry.GetProfile_Data(); }
-const ResultList& resultOf(const FrequencyStoreEntry& entry) { return entry.GetResultList(); }
-const Detection& detectionOf(const FrequencyStoreEntry& entry) { return entry.GetDetection(); }
+const FFM_Settings& settingsOf(const FrequencyStoreEntry& entry) { return readable(entry.GetFFM_Settings()); }
+const FFM_SettingsDetail& detailOf(const FrequencyStoreEntry& entry) { return readable(settingsOf(entry).GetDetail()); }
+const DF_Settings& directionOf(const FrequencyStoreEntry& entry) { return readable(entry.GetDF_Settings()); }
+const DF_SettingsDetail& thresholdsOf(const FrequencyStoreEntry& entry)
+{
+    return readable(directionOf(entry).GetDetail());
+}
+const Profile_Data& profileOf(const FrequencyStoreEntry& entry) { return readable(entry.GetProfile_Data()); }
+const ResultList& resultOf(const FrequencyStoreEntry& entry) { return readable(entry.GetResultList()); }
+const Detection& detectionOf(const FrequencyStoreEntry& entry) { return readable(entry.GetDetection()); }
 
 } // namespace
 
@@ -58,8 +63,8 @@ FileHandling::Column FileHandling::Columns::analogDemod()
 VELMARA_CELL(Type,               entry.GetType())
 VELMARA_CELL(Comment,            entry.GetComment())
 VELMARA_CELL(Antenna,            entry.GetAntenna())
-VELMARA_CELL(Frequency,          csv::fixed(settingsOf(entry).GetFrequency().GetValue()))
-VELMARA_CELL(Bandwidth,          csv::fixed(settingsOf(entry).GetIFBandwidth().GetValue()))
+VELMARA_CELL(Frequency,          csv::fixed(valueOf(settingsOf(entry).GetFrequency())))
+VELMARA_CELL(Bandwidth,          csv::fixed(valueOf(settingsOf(entry).GetIFBandwidth())))
 VELMARA_NAME_IF_SET(AnalogDemod, settingsOf, AnalogDemod)
 VELMARA_CELL_IF_SET(Level,       settingsOf, Level, csv::fixed)
 VELMARA_CELL(IFStep,             csv::general(settingsOf(entry).GetIFStep()))
@@ -72,9 +77,9 @@ VELMARA_CELL_IF_SET(SquelchValue, detailOf, SquelchValue, QString::number)
 VELMARA_CELL_IF_SET(ChannelNo,   detailOf, ChannelNo, QString::number)
 VELMARA_NAME_IF_SET(DFMode,      directionOf, DFMode)
 VELMARA_CELL(Averaging,          csv::general(directionOf(entry).GetAveraging()))
-VELMARA_CELL(DFBandwidth,        csv::general(directionOf(entry).GetBandwidth().GetValue()))
+VELMARA_CELL(DFBandwidth,        csv::general(valueOf(directionOf(entry).GetBandwidth())))
 VELMARA_CELL(DFStep,             csv::general(directionOf(entry).GetDFStep()))
-VELMARA_CELL(LevelThreshold,     csv::general(directionOf(entry).GetDetail().GetLevelThreshold()))
+VELMARA_CELL(LevelThreshold,     csv::general(thresholdsOf(entry).GetLevelThreshold()))
 VELMARA_CELL(Priority,           profileOf(entry).GetPriority())
 VELMARA_CELL(ProfileId,          profileOf(entry).GetProfileID())
 VELMARA_CELL(ProfileName,        profileOf(entry).GetProfileName())

@@ -2,6 +2,7 @@
 
 #include "frequencystore/csvformat.h"
 #include "frequencystore/csvtext.h"
+#include "frequencystore/readable.h"
 
 #include <algorithm>
 
@@ -10,9 +11,13 @@ namespace Velmara {
 QVector<const FileHandling::Column*> FileHandling::columnsFor(const QVector<FrequencyStoreEntry>& entries,
                                                               const Format& format)
 {
+    const auto isNeeded = [&](const Column& column) {
+        return std::any_of(entries.begin(), entries.end(),
+                           [&](const FrequencyStoreEntry& entry) { return column.isNeeded(readable(entry)); });
+    };
     QVector<const Column*> columns;
     for (const Column& column : format.columns)
-        if (!column.isNeeded || entries.isEmpty() || std::any_of(entries.begin(), entries.end(), column.isNeeded))
+        if (!column.isNeeded || entries.isEmpty() || isNeeded(column))
             columns.append(&column);
     return columns;
 }
@@ -41,7 +46,7 @@ int FileHandling::appendLine(const QVector<const Column*>& columns, const Format
 void FileHandling::writeFormat(QString const& file, const FrequencyStoreListHelper& helper, const Format& format,
                                ExportReport& report)
 {
-    const QVector<FrequencyStoreEntry>& entries = helper.GetFrequencyStoreList().GetFrequencyStoreEntry();
+    const QVector<FrequencyStoreEntry>& entries = readable(helper.GetFrequencyStoreList()).GetFrequencyStoreEntry();
     const QVector<const Column*> columns = columnsFor(entries, format);
     QString text;
     appendLine(columns, format, text, [&](const Column& column, bool isLast) {
@@ -52,7 +57,7 @@ void FileHandling::writeFormat(QString const& file, const FrequencyStoreListHelp
     for (const FrequencyStoreEntry& entry : entries) {
         const int length = appendLine(columns, format, text, [&](const Column& column, bool isLast) {
             const int start = text.size();
-            appendCell(entry, column, text, isLast);
+            appendCell(readable(entry), column, text, isLast);
             watch.cell(column.name, QStringView(text).mid(start).chopped(isLast ? 2 : 1));
         });
         if (!entry.IsFFM_SettingsSet())

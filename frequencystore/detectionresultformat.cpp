@@ -3,6 +3,7 @@
 #include "base/converters.h"
 #include "frequencystore/csvtext.h"
 #include "frequencystore/detectionresulthelper.h"
+#include "frequencystore/readable.h"
 
 #include <iterator>
 
@@ -28,16 +29,16 @@ QString degrees(double value) { return csv::fixed(value, 6); }
 
 const Cell cells[] = {
     VELMARA_CELL       ("ID",                                     result.GetID()),
-    VELMARA_CELL       ("Frequency",                              csv::fixed(result.GetFrequency().GetValue())),
-    VELMARA_CELL       ("Bandwidth",                              csv::fixed(result.GetBandwidth().GetValue())),
+    VELMARA_CELL       ("Frequency",                              csv::fixed(valueOf(result.GetFrequency()))),
+    VELMARA_CELL       ("Bandwidth",                              csv::fixed(valueOf(result.GetBandwidth()))),
     VELMARA_CELL_IF_SET("Level",              Level,              csv::fixed(result.GetLevel())),
     VELMARA_CELL       ("StartTime",                              Converters::ToString(result.GetStartTime())),
     VELMARA_CELL_IF_SET("StopTime",           StopTime,           Converters::ToString(result.GetStopTime())),
     VELMARA_CELL_IF_SET("Confidence",         Confidence,         QString::number(result.GetConfidence())),
     VELMARA_CELL_IF_SET("Modulation",         Modulation,         result.GetModulation()),
     VELMARA_CELL_IF_SET("TransmissionSystem", TransmissionSystem, result.GetTransmissionSystem()),
-    VELMARA_CELL_IF_SET("Baudrate",           Baudrate,           csv::fixed(result.GetBaudrate().GetValue())),
-    VELMARA_CELL_IF_SET("Shift",              Shift,              csv::fixed(result.GetShift().GetValue())),
+    VELMARA_CELL_IF_SET("Baudrate",           Baudrate,           csv::fixed(valueOf(result.GetBaudrate()))),
+    VELMARA_CELL_IF_SET("Shift",              Shift,              csv::fixed(valueOf(result.GetShift()))),
     VELMARA_CELL_IF_SET("Decoders",           Decoder,            result.GetDecoder()),
     VELMARA_CELL_IF_SET("Azimuth",            Azimuth,            csv::fixed(result.GetAzimuth())),
     VELMARA_CELL_IF_SET("Quality",            DFQuality,          csv::fixed(result.GetDFQuality())),
@@ -74,7 +75,7 @@ QString DetectionResultHelper::GetCSVString(ExportReport& report) const
     for (const DetectionResult& result : results) {
         const int start = text.size();
         appendLine(text, [&](const Cell& cell) {
-            const QString item = cell.text(result);
+            const QString item = cell.text(readable(result));
             watch.cell(cell.name, item);
             return item;
         });

@@ -2,6 +2,7 @@
 
 #include "base/exceptions.h"
 #include "frequencystore/kernel/description.h"
+#include "frequencystore/readable.h"
 #include "frequencystore/reported.h"
 #include "frequencystore/trace.h"
 
@@ -61,7 +62,7 @@ void fillMorse(Demodulator_Settings& settings, const DetectionResult& result)
 {
     Morse_Settings& morse = settings.GetMorse_Settings();
     morse.SetAutoMode(true);
-    morse.SetSpeed(result.GetBaudrate().GetValue());
+    morse.SetSpeed(valueOf(result.GetBaudrate()));
 }
 
 template <MPSK_Settings::ModType type> void fillMPSK(Demodulator_Settings& settings, const DetectionResult& result)
@@ -127,7 +128,7 @@ void locate(Draft& draft, const DetectionResult& result)
         return;
     LocationResult located;
     located.SetTimeStamp(result.GetStartTime());
-    located.SetDFBandwidth(result.GetBandwidth().GetValue());
+    located.SetDFBandwidth(valueOf(result.GetBandwidth()));
     located.GetLocation().SetLongitude(result.GetLongitude());
     located.GetLocation().SetLatitude(result.GetLatitude());
     located.GetDetail().SetFrequency(result.GetFrequency());
@@ -164,7 +165,7 @@ void tune(Draft& draft, const DetectionResult& result, const QString& failurePre
         takeReceiver(draft, result, failurePrefix);
     FFM_Settings& tuning = entry.GetFFM_Settings();
     tuning.SetFrequency(result.GetFrequency());
-    tuning.GetIFBandwidth().SetValue(result.GetBandwidth().GetValue());
+    tuning.GetIFBandwidth().SetValue(valueOf(result.GetBandwidth()));
     tuning.SetLevel(result.GetLevel());
     entry.GetDetection().SetStartTime(result.GetStartTime());
     if (result.IsStopTimeSet())
@@ -308,10 +309,10 @@ void appendResult(const DetectionResult& result, int index, FrequencyStoreList& 
 DetectionResultHelper::DetectionResultHelper(DetectionResultList& results, FrequencyStoreList& store)
     : m_results(results), m_store(store)
 {
-    appendHeading(m_results, m_store);
+    appendHeading(readable(m_results), m_store);
     const QVector<DetectionResult> list = m_results.GetDetectionResult();
     for (const DetectionResult& result : list)
-        m_store.AppendFrequencyStoreEntry(draftOf(result).entry);
+        m_store.AppendFrequencyStoreEntry(draftOf(readable(result)).entry);
 }
 
 DetectionResultHelper::DetectionResultHelper(DetectionResultHelper const&) = default;
@@ -322,10 +323,10 @@ ConversionReport DetectionResultHelper::Convert(DetectionResultList const& resul
 {
     return reported<ConversionReport>([&](ConversionReport& report) {
         report.badResults = badResults;
-        appendHeading(results, store, report);
+        appendHeading(readable(results), store, report);
         const QVector<DetectionResult>& list = results.GetDetectionResult();
         for (int i = 0; i < list.size(); ++i)
-            appendResult(list[i], i, store, report);
+            appendResult(readable(list[i]), i, store, report);
     });
 }
 

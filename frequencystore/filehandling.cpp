@@ -6,6 +6,7 @@
 #include "frequencystore/csvformat.h"
 #include "frequencystore/csvtext.h"
 #include "frequencystore/detectionresulthelper.h"
+#include "frequencystore/readable.h"
 #include "frequencystore/reported.h"
 #include "frequencystore/trace.h"
 
@@ -190,7 +191,7 @@ ImportReport FileHandling::ReadCSV(QString const& file, FrequencyStoreList& list
 ExportReport FileHandling::WriteCSV(QString const& file, FrequencyStoreListHelper& helper)
 {
     return reported<ExportReport>(
-        [&](ExportReport& report) { (this->*exchangeOf(helper.GetListType()).write)(file, helper, report); });
+        [&](ExportReport& report) { (this->*exchangeOf(readable(helper).GetListType()).write)(file, helper, report); });
 }
 
 void FileHandling::ExportDetectionResult(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report)

@@ -2,6 +2,7 @@
 /// settings.
 
 #include "frequencystore/csvformat.h"
+#include "frequencystore/readable.h"
 
 namespace Velmara {
 
@@ -11,7 +12,7 @@ FFM_SettingsDetail& detailOf(FrequencyStoreEntry& entry) { return entry.GetFFM_S
 DF_Settings& directionOf(FrequencyStoreEntry& entry) { return entry.GetDF_Settings(); }
 DF_SettingsDetail& thresholdsOf(FrequencyStoreEntry& entry) { return directionOf(entry).GetDetail(); }
 
-bool hasAlarm(const FrequencyStoreEntry& entry) { return entry.GetFFM_Settings().GetDetail().IsAlarmSet(); }
+bool hasAlarm(const FrequencyStoreEntry& entry) { return readable(entry.GetFFM_Settings()).GetDetail().IsAlarmSet(); }
 bool hasDirection(const FrequencyStoreEntry& entry) { return entry.IsDF_SettingsSet(); }
 bool hasStep(const FrequencyStoreEntry& entry) { return hasDirection(entry) && entry.GetDF_Settings().IsDFStepSet(); }
 

@@ -1,6 +1,7 @@
 /// What holds for every list type that goes to CSV and back.
 
 #include "exchangefixture.h"
+#include "recordstate.h"
 
 #include <QRegularExpression>
 
@@ -255,6 +256,90 @@ TEST_F(CsvFormats, CarryRandomListsAndLeaveThemAlone)
         EXPECT_EQ(packed(list), before);
         EXPECT_EQ(entriesOf(imported(text, each.type)), entriesOf(expected));
     }
+}
+
+namespace {
+
+/// Entries with all kinds of parts, some of which were marked and hold nothing.
+FrequencyStoreList varied(RandomFiller& filler)
+{
+    FrequencyStoreList list;
+    list.SetValidate(false);
+    for (int i = 0; i < 200; ++i)
+        list.AppendFrequencyStoreEntry(filler.make<Entry>());
+    Entry tuned, detailed, directed, resulted;
+    tuned.GetFFM_Settings();
+    detailed.GetFFM_Settings().GetDetail();
+    directed.SetDF_Settings(DF_Settings());
+    resulted.GetResultList(), resulted.GetDetection(), resulted.GetProfile_Data();
+    for (const Entry& entry : {Entry(), tuned, detailed, directed, resulted})
+        list.AppendFrequencyStoreEntry(entry);
+    return list;
+}
+
+DetectionResultList variedResults(RandomFiller& filler)
+{
+    DetectionResultList list = filler.make<DetectionResultList>();
+    for (const char* modulation : {"", "ASK2", "FSK2", "PSK2A", "MORSE", "MPSK2A", "MFSK2", "other"}) {
+        for (int i = 0; i < 20; ++i) {
+            DetectionResult result = filler.make<DetectionResult>();
+            result.SetModulation(modulation);
+            result.SetBaudrate(filler.make<Baudrate>());
+            result.SetShift(filler.make<Shift>());
+            if (i % 4 == 0)
+                result.ResetModulation();
+            list.AppendDetectionResult(result);
+        }
+    }
+    return list;
+}
+
+} // namespace
+
+TEST_F(CsvFormats, LeaveTheCallersListsAsTheyWere)
+{
+    RandomFiller filler(11);
+    FileHandling files;
+    const FrequencyStoreList fullList = varied(filler);
+    for (const FrequencyStoreList& original : {fullList, FrequencyStoreList()}) {
+        for (const Case& each : cases()) {
+            SCOPED_TRACE(int(each.type));
+            FrequencyStoreList list(original);
+            FrequencyStoreListHelper helper;
+            helper.SetListType(each.type);
+            helper.SetFrequencyStoreList(FrequencyStoreList(original));
+            const std::string before = stateOf(list), beforeInHelper = stateOf(helper);
+            EXPECT_TRUE(files.ExportFrequencyStoreList(true, path("x.csv"), list, each.type));
+            EXPECT_EQ(stateOf(list), before);
+            EXPECT_TRUE(files.WriteCSV(path("x.csv"), helper).isComplete);
+            EXPECT_EQ(stateOf(helper), beforeInHelper);
+        }
+    }
+    FrequencyStoreListHelper none;
+    EXPECT_FALSE(files.WriteCSV(path("x.csv"), none).isComplete);
+    EXPECT_EQ(stateOf(none), "-");
+
+    const DetectionResultList original = variedResults(filler);
+    const std::string before = stateOf(original);
+    const auto expectUnchanged = [&](auto convert) {
+        DetectionResultList list(original);
+        FrequencyStoreList store;
+        convert(list, store);
+        EXPECT_EQ(stateOf(list), before);
+    };
+    expectUnchanged([&](DetectionResultList& list, FrequencyStoreList&) {
+        EXPECT_TRUE(files.ExportFrequencyStoreList(true, path("x.csv"), list));
+    });
+    expectUnchanged([](DetectionResultList& list, FrequencyStoreList& store) {
+        DetectionResultHelper(list, store).GetCSVString();
+    });
+    expectUnchanged([](DetectionResultList& list, FrequencyStoreList& store) {
+        EXPECT_TRUE(DetectionResultHelper::Convert(list, store).isComplete);
+    });
+    const DetectionResultList empty;
+    FrequencyStoreList store;
+    EXPECT_FALSE(DetectionResultHelper::Convert(empty, store).isComplete);
+    EXPECT_EQ(stateOf(empty), "-");
 }
 
 TEST_F(CsvFormats, TellWhatAnImportMet)
