@@ -128,6 +128,30 @@ TEST_F(Tool, TakesItsPlaceInAPipe)
               "velmara: standard output: No space left on device\n");
 }
 
+TEST_F(Tool, ReadsOnceWhatCanBeReadOnlyOnce)
+{
+    writeXml("a.xml", tower);
+    write("a.csv", heading + tower);
+    for (const char* form : {"tagged", "packed"})
+        EXPECT_EQ(run(QString("convert a.xml a.") + form).status, 0);
+    QByteArray wrong = read("a.xml");
+    write("wrong.xml", wrong.replace(">AM<", ">XM<"));
+    EXPECT_EQ(shell("mkfifo pipe; for form in csv xml tagged packed; do cat a.$form >pipe & "
+                    "timeout 9 velmara check pipe --from $form --type MemoryScan; done 2>&1"),
+              QString("pipe: 1 entry, no fault\n").repeated(4));
+    EXPECT_EQ(shell("cat wrong.xml >pipe & timeout 9 velmara check a.xml pipe --from xml 2>&1"),
+              "a.xml: 1 entry, no fault\n"
+              "pipe: FrequencyStoreEntry[1]/FFM_Settings: FFM_Settings: Please set AnalogDemod properly.\n"
+              "pipe: 1 entry, 1 fault\n");
+    EXPECT_EQ(shell("velmara diff <(cat a.xml) <(cat a.xml) --from xml 2>&1; echo $?"), "0\n");
+    EXPECT_EQ(shell("cat a.csv | LC_ALL=C velmara check . - missing.csv a.xml --from xml --type MemoryScan 2>&1 >log"),
+              "velmara: .: file to open is a directory\n"
+              "velmara: standard input, line 1, column 1: Start tag expected.\n"
+              "velmara: missing.csv: No such file or directory\n");
+    EXPECT_EQ(read("log"), "a.xml: 1 entry, no fault\n");
+    EXPECT_EQ(shell("LC_ALL=C velmara check - --from xml <. 2>&1"), "velmara: standard input: Is a directory\n");
+}
+
 TEST_F(Tool, BelievesExtensionsAndNamesOtherForms)
 {
     writeXml("a.xml", tower);

@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "content.h"
 #include "messages.h"
+#include "regularfile.h"
 #include "terminal.h"
 
 #include <limits>
@@ -84,8 +85,9 @@ QString sumOf(const QVector<Fault>& faults)
     return faults.size() == 1 ? QStringLiteral("1 fault") : QStringLiteral("%1 faults").arg(faults.size());
 }
 
-bool isFaultless(const ListFile& file)
+bool isFaultless(const ListFile& told)
 {
+    const ListFile file = asRegularFile(told); // for faults are looked for in a second reading
     FrequencyStoreListHelper helper;
     const QVector<Fault> faults = faultsIn(file, helper);
     for (const Fault& fault : faults)

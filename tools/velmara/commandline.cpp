@@ -3,14 +3,13 @@
 #include "messages.h"
 #include "terminal.h"
 
-#include <base/files.h>
-
 #include <QFileInfo>
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 using namespace Velmara;
 using namespace TALLYFORM;
@@ -123,9 +122,9 @@ QStringList CommandLine::files(int least, int most) const
 
 ListFile CommandLine::input(const QString& path)
 {
-    ListFile file = listFile(nameOfStream(path, "stdin", STDIN_FILENO), from, QStringLiteral("standard input"));
-    if (file.isStream())
-        file.path = copyOfStandardInput();
+    const ListFile file = listFile(nameOfStream(path, "stdin", STDIN_FILENO), from, QStringLiteral("standard input"));
+    if (file.isStream() && std::exchange(m_isStandardInputTaken, true))
+        throw UsageError(QStringLiteral("standard input can only be read once."));
     return file;
 }
 
@@ -137,31 +136,11 @@ ListFile CommandLine::output(const QString& path) const
 ListFile CommandLine::listFile(const QString& path, const QString& option, const QString& stream) const
 {
     const bool isStream = path == QLatin1String("-");
-    ListFile file{path, isStream ? stream : path, {}, listType()};
+    ListFile file{path, isStream ? stream : path, {}, listType(), {}};
     file.form = form(file, option);
     if (file.form == Form::Csv && file.type == ListType::Invalid)
         throw UsageError(QStringLiteral("CSV needs --type, as --type MemoryScan."));
     return file;
-}
-
-/// A file, since a command may read it more than once.
-QString CommandLine::copyOfStandardInput()
-{
-    if (m_standardInput)
-        throw UsageError(QStringLiteral("standard input can only be read once."));
-    m_standardInput = std::make_unique<QTemporaryFile>();
-    QFile input;
-    bool isGood = m_standardInput->open() && input.open(STDIN_FILENO, QIODevice::ReadOnly);
-    constexpr qint64 portion = 1 << 20;
-    while (isGood && m_standardInput->pos() <= GetInputLimit()) { // beyond it, reading the copy fails
-        const QByteArray bytes = input.read(portion);
-        if (bytes.isEmpty())
-            break;
-        isGood = m_standardInput->write(bytes) == bytes.size();
-    }
-    if (!isGood || !m_standardInput->flush())
-        throw TallyException(QStringLiteral("standard input: %1").arg(m_standardInput->errorString()));
-    return m_standardInput->fileName();
 }
 
 Form CommandLine::form(const ListFile& file, const QString& option) const

@@ -3,10 +3,8 @@
 #include "listfile.h"
 
 #include <QCommandLineParser>
-#include <QTemporaryFile>
 
 #include <functional>
-#include <memory>
 
 /// A command line that does not say what is to be done.
 class UsageError : public TALLYFORM::TallyException
@@ -45,7 +43,7 @@ public:
     QStringList values(const QString& option) const;
     /// The arguments that are no options. Throws UsageError if they are too few or too many.
     QStringList files(int least, int most) const;
-    /// A file to read; of standard input, a copy. Throws UsageError.
+    /// A file to read. Throws UsageError, also for standard input if it is read already.
     ListFile input(const QString& path);
     /// A file to write. Throws UsageError.
     ListFile output(const QString& path) const;
@@ -54,9 +52,8 @@ private:
     ListFile listFile(const QString& path, const QString& option, const QString& stream) const;
     /// The form that the path's extension tells, else an option.
     Form form(const ListFile& file, const QString& option) const;
-    QString copyOfStandardInput();
     Velmara::FrequencyStoreListHelper::ListType listType() const;
 
     QCommandLineParser m_parser;
-    std::unique_ptr<QTemporaryFile> m_standardInput;
+    bool m_isStandardInputTaken = false;
 };

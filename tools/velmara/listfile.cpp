@@ -1,6 +1,7 @@
 #include "listfile.h"
 
 #include "messages.h"
+#include "regularfile.h"
 #include "terminal.h"
 
 #include <base/files.h>
@@ -87,8 +88,6 @@ void warn(const QStringList& warnings)
 
 QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, BadRows badRows)
 {
-    if (QFile reason(file.path); !reason.open(QIODevice::ReadOnly))
-        throw TallyException(reason.errorString());
     ImportReport report;
     LoadWhole(helper.GetFrequencyStoreList(), [&](FrequencyStoreList& fresh) {
         report = FileHandling().ReadCSV(file.path, fresh, std::as_const(helper).GetListType(), badRows);
@@ -98,6 +97,8 @@ QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, BadR
     if (report.isComplete)
         return warnings;
     warn(warnings);
+    if (QFile unread(file.path); !unread.open(QIODevice::ReadOnly)) // of which the report does not tell the reason
+        throw TallyException(unread.errorString());
     throw TallyException(describe(file.path, report));
 }
 
@@ -131,9 +132,10 @@ TallyException failureOf(const TallyFormException& failure, const QString& path,
     return TallyException(message.replace(path, name) + adviceFor(message));
 }
 
-QStringList load(const ListFile& file, FrequencyStoreListHelper& helper, BadRows badRows)
+QStringList load(const ListFile& told, FrequencyStoreListHelper& helper, BadRows badRows)
 {
-    const Progress progress(QStringLiteral("reading ") + file.name);
+    const Progress progress(QStringLiteral("reading ") + told.name);
+    const ListFile file = asRegularFile(told);
     if (file.type != ListType::Invalid)
         helper.SetListType(file.type);
     try {

@@ -2,7 +2,10 @@
 
 #include <frequencystore/frequencystore.h>
 
+#include <memory>
 #include <optional>
+
+class QTemporaryFile;
 
 /// The forms in which a list can stand in a file.
 enum class Form { Csv, Xml, Tagged, Packed };
@@ -13,10 +16,11 @@ std::optional<Form> formNamed(const QString& name);
 /// A file with a list, as the command line tells it.
 struct ListFile
 {
-    QString path; ///< "-" for standard output
+    QString path; ///< "-" for a standard stream
     QString name; ///< what the operator calls it
     Form form;
     Velmara::FrequencyStoreListHelper::ListType type; ///< Invalid where nobody told it
+    std::shared_ptr<const QTemporaryFile> copy;       ///< where the path leads to one
 
     bool isStream() const { return path == QLatin1String("-"); }
 };
