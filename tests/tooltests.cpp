@@ -254,7 +254,18 @@ TEST_F(Tool, IsNotCommandedByWhatItReads)
     while (!reader.atEnd())
         reader.readNext();
     EXPECT_FALSE(reader.hasError());
-    EXPECT_FALSE(run("check x\x1b.xml").errors.contains(QChar(0x1b)));
+    const QString odd = "odd\x1b[2J\x7f.xml";
+    writeXml(odd, tower);
+    writeXml("a.xml", marine);
+    write("bad" + odd, read(odd).replace(">AM<", ">XM<"));
+    for (const char* line : {"check %1", "check bad%1", "check missing%1", "convert %1 c%1", "convert bad%1 c%1",
+                             "merge c%1 %1 %1", "diff %1 a.xml", "show bad%1", "plot bad%1 -o c%1", "plot %1 %1"}) {
+        const Outcome outcome = run(QString(line).arg(odd));
+        const QString told = outcome.output + outcome.errors;
+        EXPECT_TRUE(told.contains("[2J")) << line;
+        EXPECT_FALSE(told.contains('\x1b') || told.contains('\x7f')) << line << ": " << told.toStdString();
+    }
+    EXPECT_EQ(run("check " + odd).output, QString::fromUtf8("odd\u241b[2J\u2421.xml: 1 entry, no fault\n"));
 }
 
 TEST_F(Tool, ShowsJson)

@@ -136,7 +136,7 @@ ListFile CommandLine::output(const QString& path) const
 ListFile CommandLine::listFile(const QString& path, const QString& option, const QString& stream) const
 {
     const bool isStream = path == QLatin1String("-");
-    ListFile file{path, isStream ? stream : path, {}, listType(), {}};
+    ListFile file{path, isStream ? stream : visible(path), {}, listType(), {}};
     file.form = form(file, option);
     if (file.form == Form::Csv && file.type == ListType::Invalid)
         throw UsageError(QStringLiteral("CSV needs --type, as --type MemoryScan."));

@@ -17,7 +17,7 @@ std::optional<Form> formNamed(const QString& name);
 struct ListFile
 {
     QString path; ///< "-" for a standard stream
-    QString name; ///< what the operator calls it
+    QString name; ///< what the operator calls it, visible (see terminal.h)
     Form form;
     Velmara::FrequencyStoreListHelper::ListType type; ///< Invalid where nobody told it
     std::shared_ptr<const QTemporaryFile> copy;       ///< where the path leads to one
