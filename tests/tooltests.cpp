@@ -363,6 +363,34 @@ TEST_F(Tool, TellsDifferences)
               "--- b.xml\n+++ named.xml\n~ the list\n    Name: (not set) -> north\n");
 }
 
+TEST_F(Tool, TellsManyDifferencesOfOneEntry)
+{
+    constexpr int many = 100000;
+    const auto decoders = [](FrequencyStoreEntry& entry, const QString& name, int count) {
+        QVector<QString> names;
+        for (int i = 1; i <= count; ++i)
+            names += i % 2 ? "same" : name + QString::number(i);
+        entry.GetDemodulator_Settings().GetDecoder().SetValue(names);
+    };
+    writeTagged("a.tagged", [&](FrequencyStoreEntry& entry) {
+        decoders(entry, "old", many);
+        entry.SetComment("gone");
+    });
+    writeTagged("b.tagged", [&](FrequencyStoreEntry& entry) {
+        entry.SetAntenna("new");
+        decoders(entry, "new", many + 2);
+    });
+    QStringList expected{"--- a.tagged", "+++ b.tagged", "~ 1 -> 1: 100000000.00, , gone",
+                         "    Comment: gone -> (not set)"};
+    const QString difference = "    Demodulator_Settings/Decoder/Value[%1]: %2 -> %3";
+    for (int i = 2; i <= many; i += 2)
+        expected += difference.arg(i).arg("old%1", "new%1").arg(i);
+    expected += "    Antenna: (not set) -> new";
+    expected += difference.arg(many + 1).arg("(not set)", "same");
+    expected += difference.arg(many + 2).arg("(not set)", "new%1").arg(many + 2);
+    EXPECT_EQ(run("diff a.tagged b.tagged").output.split('\n', Qt::SkipEmptyParts), expected);
+}
+
 TEST_F(Tool, JoinsLists)
 {
     writeXml("a.xml", tower);

@@ -4,7 +4,6 @@
 
 #include <QHash>
 
-#include <algorithm>
 #include <deque>
 
 using namespace Velmara;
@@ -78,25 +77,30 @@ void printAll(const QVector<Entry>& entries, const QString& sign, Colour colour)
               + QLatin1Char('\n'));
 }
 
-QString textAt(const QVector<MemberValue>& values, const QString& path)
+QHash<QString, QString> textsByPath(const QVector<MemberValue>& values)
 {
-    const auto found = std::find_if(values.begin(), values.end(), [&](const MemberValue& v) { return v.path == path; });
-    return found == values.end() ? QStringLiteral("(not set)") : found->text;
+    QHash<QString, QString> texts;
+    for (const MemberValue& value : values)
+        texts.insert(value.path, value.text);
+    return texts;
 }
 
-/// The values that differ, a line each.
+void printDifference(const QString& path, const QString& before, const QString& after)
+{
+    if (before != after)
+        print(QStringLiteral("    %1: %2 -> %3\n").arg(path, before, after));
+}
+
+/// The values that differ, a line each: first those of the left side, in its order.
 void printDifferences(const QVector<MemberValue>& left, const QVector<MemberValue>& right)
 {
-    QStringList paths;
-    for (const auto& values : {left, right})
-        for (const MemberValue& value : values)
-            if (!paths.contains(value.path))
-                paths += value.path;
-    for (const QString& path : qAsConst(paths)) {
-        const QString before = textAt(left, path), after = textAt(right, path);
-        if (before != after)
-            print(QStringLiteral("    %1: %2 -> %3\n").arg(path, before, after));
-    }
+    const QHash<QString, QString> before = textsByPath(left), after = textsByPath(right);
+    const QString notSet = QStringLiteral("(not set)");
+    for (const MemberValue& value : left)
+        printDifference(value.path, value.text, after.value(value.path, notSet));
+    for (const MemberValue& value : right)
+        if (!before.contains(value.path))
+            printDifference(value.path, notSet, value.text);
 }
 
 void printChange(const QString& what)
