@@ -174,10 +174,11 @@ TEST_F(Tool, BelievesExtensionsAndNamesOtherForms)
 
 TEST_F(Tool, TellsHowItIsUsed)
 {
-    for (const char* line : {"check", "convert a.xml", "diff a.xml b.xml c.xml", "merge a.xml", "merge a.xml b.xml",
-                             "plot a.xml", "plot a.xml -o", "plot a.xml -o b.xml", "show a.csv", "show a.txt",
-                             "show a.xml --from text", "show a.xml --type List", "show a.xml --fast",
-                             "show a.xml --json --all", "schema", "schema --xsd --json", "conjure", ""}) {
+    for (const char* line :
+         {"check", "convert a.xml", "diff a.xml b.xml c.xml", "merge a.xml", "merge a.xml b.xml", "plot a.xml",
+          "plot a.xml -o", "plot a.xml -o b.xml", "show a.csv", "show a.txt", "show a.xml --from text",
+          "show a.xml --type List", "show a.xml --fast", "show a.xml --json --all", "check a.xml --skip-bad", "schema",
+          "schema --xsd --json", "conjure", ""}) {
         const Outcome outcome = run(line);
         EXPECT_EQ(outcome.status, 2) << line;
         EXPECT_TRUE(outcome.errors.contains("Usage: velmara")) << outcome.errors.toStdString();
@@ -334,6 +335,85 @@ TEST_F(Tool, ChecksEveryEntry)
               "odd.csv, line 2, column 'SquelchValue', cell 'much': not in the form of its column, and not read as it "
               "stands.\n"
               "odd.csv: 1 entry, 2 faults\n");
+}
+
+TEST_F(Tool, GoesOnBehindWhatGivesNoEntryIfThatIsWanted)
+{
+    const auto resultOf = [](const QString& id, const QString& modulation) {
+        DetectionResult result;
+        result.SetID(id);
+        result.SetType("burst");
+        result.GetFrequency().SetValue(100e6);
+        result.GetBandwidth().SetValue(8300);
+        result.SetModulation(modulation);
+        return result;
+    };
+    DetectionResultList list;
+    list.SetUsage(DetectionResultList::Usage::Resultlist);
+    list.SetComment("run");
+    list.SetID("1");
+    list.SetType("detections");
+    DetectionResult good = resultOf("good", "ASK2");
+    good.GetBaudrate().SetValue(50);
+    list.AppendDetectionResult(good);
+    QString faults, warnings;
+    for (int i = 2; i <= 13; ++i) {
+        list.AppendDetectionResult(resultOf("bad", "PSK8A"));
+        const QString reason = "Baudrate: Please set Value properly.\n";
+        faults += QString("results.xml: DetectionResult[%1]: ").arg(i) + reason;
+        if (i <= 11)
+            warnings += QString("velmara: warning: results.xml: DetectionResult[%1], ID 'bad': ").arg(i) + reason;
+    }
+    list.AppendDetectionResult(good);
+    ASSERT_TRUE(list.SaveXml(path("results.xml")));
+
+    EXPECT_EQ(run("check results.xml --type DetectionResult").output,
+              faults + "results.xml: 14 detection results, 12 faults\n");
+    write("entries.xml", "old");
+    Outcome outcome = run("convert results.xml entries.xml --type DetectionResult");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, QString(warnings).section('\n', 0, 0).remove("warning: ") + "\n");
+    EXPECT_EQ(read("entries.xml"), "old");
+    outcome = run("convert results.xml entries.xml --type DetectionResult --skip-bad");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, warnings
+                                  + "velmara: warning: results.xml: 2 more passed over.\n"
+                                    "velmara: warning: results.xml: entries do not take over: Comment, ID, Type "
+                                    "of the list; ID of 2 results.\n");
+    EXPECT_EQ(outcome.output, "2 detection results: results.xml -> entries.xml\n");
+    EXPECT_EQ(run("check entries.xml").output, "entries.xml: 2 entries, no fault\n");
+
+    outcome = run("convert results.xml all.csv --type DetectionResult"); // which needs no entries that can be written
+    EXPECT_EQ(outcome.output + outcome.errors, "14 detection results: results.xml -> all.csv\n");
+    list.AppendDetectionResult(resultOf("no shift", "FSK2"));
+    ASSERT_TRUE(list.SaveXml(path("results.xml")));
+    const QString refused = "results.xml: DetectionResult[15], ID 'no shift': FSK_Settings: Tried to append not "
+                            "completely defined or invalid item Shift.\n";
+    EXPECT_EQ(run("convert results.xml good.csv --type DetectionResult").errors, "velmara: " + refused);
+    outcome = run("convert results.xml good.csv --type DetectionResult --skip-bad");
+    EXPECT_EQ(outcome.errors, "velmara: warning: " + refused);
+    EXPECT_EQ(outcome.output, "14 detection results: results.xml -> good.csv\n");
+    EXPECT_EQ(read("good.csv"), read("all.csv"));
+    QByteArray untyped = read("results.xml");
+    const QByteArray type = "<Type>burst</Type>";
+    write("untyped.xml", untyped.remove(untyped.lastIndexOf(type), type.size())); // a fault that is told once
+    EXPECT_TRUE(run("check untyped.xml --type DetectionResult")
+                    .output.endsWith(
+                        "13]: Baudrate: Please set Value properly.\nuntyped.xml: 15 detection results, 13 faults\n"));
+
+    const QByteArray misread = QByteArray(tower).replace("true", "TRUE");
+    write("rows.csv", heading + misread.repeated(11) + QByteArray("marine;x\n").repeated(12) + marine);
+    EXPECT_EQ(run("convert rows.csv rows.xml --type MemoryScan").status, 1);
+    outcome = run("convert rows.csv rows.xml --type MemoryScan --skip-bad");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(outcome.errors.startsWith("velmara: warning: rows.csv, line 13: Data is corrupt!"));
+    EXPECT_TRUE(outcome.errors.contains("\nvelmara: warning: rows.csv: 2 more passed over.\n"
+                                        "velmara: warning: rows.csv, line 2, column 'Active', cell 'TRUE': "));
+    EXPECT_TRUE(outcome.errors.endsWith("velmara: warning: rows.csv: the same in 1 more places.\n"));
+    EXPECT_EQ(outcome.output, "12 entries: rows.csv -> rows.xml\n");
+    for (const char* line :
+         {"show rows.csv", "diff rows.csv rows.xml", "merge all.xml rows.csv rows.xml", "plot rows.csv -o rows.svg"})
+        EXPECT_EQ(run(QString(line) + " --type MemoryScan --skip-bad").status, 0) << line;
 }
 
 TEST_F(Tool, TellsDifferences)

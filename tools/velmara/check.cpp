@@ -5,7 +5,10 @@
 #include "regularfile.h"
 #include "terminal.h"
 
+#include <QSet>
+
 #include <limits>
+#include <utility>
 
 using namespace Velmara;
 using namespace TALLYFORM;
@@ -45,6 +48,24 @@ void addFaults(const ITallyObject& record, const QString& path, QVector<Fault>& 
         faults += {path, message};
 }
 
+/// What convert would refuse of detection results that have no other fault.
+void addRefusals(const DetectionResultList& results, QVector<Fault>& faults)
+{
+    QSet<QString> faulty;
+    for (const Fault& fault : qAsConst(faults))
+        faulty += fault.path.section(QLatin1Char('/'), 0, 0);
+    const auto add = [&](const QString& path, const QString& reason) {
+        if (!faulty.contains(path))
+            faults += {path, reason};
+    };
+    FrequencyStoreList entries;
+    const ConversionReport report = DetectionResultHelper::Convert(results, entries, BadResults::AreSkipped);
+    if (!report.isComplete)
+        add({}, report.error);
+    for (const RefusedResult& refused : report.refused)
+        add(QStringLiteral("DetectionResult[%1]").arg(refused.index + 1), refused.reason);
+}
+
 /// The faults of a file whose content can be read, one after the other.
 QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
 {
@@ -66,6 +87,8 @@ QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
         if (failure.GetMessage().contains(QLatin1String("Unknown Tag"))) // passed over without validation
             faults.prepend({{}, failure.GetMessage()});
     }
+    if (helper.GetListType() == FrequencyStoreListHelper::ListType::DetectionResult)
+        addRefusals(std::as_const(helper).GetDetectionResultList(), faults);
     return faults;
 }
 
@@ -103,7 +126,8 @@ int check(const QStringList& arguments)
     CommandLine line(
         QStringLiteral(
             "Reads lists and checks them. Tells the first fault of each record with its place, and "
-            "all cells and rows\nof CSV that cannot be read as they stand; the exit status is 1 if there was any."),
+            "all cells and rows\nof CSV that cannot be read as they stand. A detection result of which convert makes "
+            "no entry is faulty, too.\nThe exit status is 1 if there was any fault."),
         {QStringLiteral("velmara check memoryscan.xml targets.packed"),
          QStringLiteral("velmara check --type Suppress suppress.csv")});
     line.addArgument(QStringLiteral("FILE"), QStringLiteral("The files to check."), QStringLiteral("FILE..."));

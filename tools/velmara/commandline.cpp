@@ -21,7 +21,7 @@ namespace {
 QString listTypes() { return FrequencyStoreListHelper::GetListTypes().join(QStringLiteral(", ")); }
 
 const QString help = QStringLiteral("help"), type = QStringLiteral("type"), from = QStringLiteral("from"),
-              to = QStringLiteral("to");
+              to = QStringLiteral("to"), skipBad = QStringLiteral("skip-bad");
 
 std::optional<Form> extensionOf(const QString& path) { return formNamed(QFileInfo(path).suffix()); }
 
@@ -65,6 +65,12 @@ void CommandLine::addInputOptions()
     addValue({from}, QStringLiteral("FORM"),
              QStringLiteral("The form of what is read, csv, xml, tagged or packed, if its extension does not tell; "
                             "needed for -, which is standard input."));
+}
+
+void CommandLine::addSkipOption()
+{
+    addFlag(skipBad, QStringLiteral("Pass over rows of CSV, and detection results to be converted, that give no entry, "
+                                    "with a warning; the first one ends the command otherwise."));
 }
 
 void CommandLine::addOutputOption()
@@ -122,9 +128,10 @@ QStringList CommandLine::files(int least, int most) const
 
 ListFile CommandLine::input(const QString& path)
 {
-    const ListFile file = listFile(nameOfStream(path, "stdin", STDIN_FILENO), from, QStringLiteral("standard input"));
+    ListFile file = listFile(nameOfStream(path, "stdin", STDIN_FILENO), from, QStringLiteral("standard input"));
     if (file.isStream() && std::exchange(m_isStandardInputTaken, true))
         throw UsageError(QStringLiteral("standard input can only be read once."));
+    file.skipsBad = m_parser.optionNames().contains(skipBad);
     return file;
 }
 
@@ -136,7 +143,7 @@ ListFile CommandLine::output(const QString& path) const
 ListFile CommandLine::listFile(const QString& path, const QString& option, const QString& stream) const
 {
     const bool isStream = path == QLatin1String("-");
-    ListFile file{path, isStream ? stream : visible(path), {}, listType(), {}};
+    ListFile file{path, isStream ? stream : visible(path), {}, listType(), false, {}};
     file.form = form(file, option);
     if (file.form == Form::Csv && file.type == ListType::Invalid)
         throw UsageError(QStringLiteral("CSV needs --type, as --type MemoryScan."));

@@ -27,6 +27,8 @@ public:
     void addValue(const QStringList& names, const QString& placeholder, const QString& description);
     /// --type and --from, which tell what a file to read is.
     void addInputOptions();
+    /// --skip-bad, which lets it go on behind what gives no entry.
+    void addSkipOption();
     /// --to, which tells the form of a file to write.
     void addOutputOption();
 

@@ -1,6 +1,7 @@
 #include "commandline.h"
 #include "commands.h"
 #include "content.h"
+#include "conversion.h"
 #include "terminal.h"
 
 using namespace Velmara;
@@ -16,12 +17,15 @@ int convert(const QStringList& arguments)
     line.addArgument(QStringLiteral("OUT"), QStringLiteral("The file to write; left alone if anything fails."),
                      QStringLiteral("OUT"));
     line.addInputOptions();
+    line.addSkipOption();
     line.addOutputOption();
     return line.run(arguments, [&] {
         const QStringList files = line.files(2, 2);
         const ListFile in = line.input(files[0]), out = line.output(files[1]);
         FrequencyStoreListHelper helper;
         readList(in, helper);
+        if (in.type == FrequencyStoreListHelper::ListType::DetectionResult)
+            convertResults(in, helper, out.form);
         writeList(out, helper);
         if (!out.isStream())
             print(QStringLiteral("%1: %2 -> %3\n").arg(countIn(helper), in.name, out.name));

@@ -153,6 +153,7 @@ int diff(const QStringList& arguments)
     line.addArgument(QStringLiteral("A"), QStringLiteral("A list."), QStringLiteral("A"));
     line.addArgument(QStringLiteral("B"), QStringLiteral("Another, in any form."), QStringLiteral("B"));
     line.addInputOptions();
+    line.addSkipOption();
     Identity::addOption(line);
     return line.run(
         arguments,

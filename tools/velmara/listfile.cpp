@@ -80,20 +80,15 @@ template <class List> void readRecord(const ListFile& file, List& list)
     demand(list, [&] { return LoadWhole(list, read); });
 }
 
-void warn(const QStringList& warnings)
+QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, Extent extent)
 {
-    for (const QString& warning : warnings)
-        tell(QStringLiteral("warning: ") + warning);
-}
-
-QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, BadRows badRows)
-{
+    const BadRows badRows = file.skipsBad ? BadRows::AreSkipped : BadRows::EndReading;
     ImportReport report;
     LoadWhole(helper.GetFrequencyStoreList(), [&](FrequencyStoreList& fresh) {
         report = FileHandling().ReadCSV(file.path, fresh, std::as_const(helper).GetListType(), badRows);
         return report.isComplete;
     });
-    const QStringList warnings = warningsOf(file.name, report);
+    const QStringList warnings = warningsOf(file.name, report, extent);
     if (report.isComplete)
         return warnings;
     warn(warnings);
@@ -102,12 +97,12 @@ QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, BadR
     throw TallyException(describe(file.path, report));
 }
 
-QStringList read(const ListFile& file, FrequencyStoreListHelper& helper, BadRows badRows)
+QStringList read(const ListFile& file, FrequencyStoreListHelper& helper, Extent extent)
 {
     if (file.type == ListType::DetectionResult)
         readRecord(file, helper.GetDetectionResultList());
     else if (file.form == Form::Csv)
-        return readCsv(file, helper, badRows);
+        return readCsv(file, helper, extent);
     else
         readRecord(file, helper.GetFrequencyStoreList());
     return {};
@@ -132,14 +127,14 @@ TallyException failureOf(const TallyFormException& failure, const QString& path,
     return TallyException(message.replace(path, name) + adviceFor(message));
 }
 
-QStringList load(const ListFile& told, FrequencyStoreListHelper& helper, BadRows badRows)
+QStringList load(const ListFile& told, FrequencyStoreListHelper& helper, Extent extent)
 {
     const Progress progress(QStringLiteral("reading ") + told.name);
     const ListFile file = asRegularFile(told);
     if (file.type != ListType::Invalid)
         helper.SetListType(file.type);
     try {
-        return read(file, helper, badRows);
+        return read(file, helper, extent);
     } catch (const TallyFormException& failure) {
         throw failureOf(failure, file.path, file.name);
     }
@@ -188,8 +183,6 @@ void writeTo(const QString& path, const ListFile& file, FrequencyStoreListHelper
     try {
         if (file.form == Form::Csv)
             return writeCsv(path, file.name, helper);
-        if (helper.GetListType() == ListType::DetectionResult)
-            DetectionResultHelper(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
         writeRecord(path, file.form, helper.GetFrequencyStoreList());
     } catch (const TallyFormException& failure) {
         throw failureOf(failure, path, file.name);
@@ -206,11 +199,12 @@ std::optional<Form> formNamed(const QString& name)
     return form < 0 ? std::nullopt : std::optional(Form(form));
 }
 
-void readList(const ListFile& file, FrequencyStoreListHelper& helper) { warn(load(file, helper, BadRows::EndReading)); }
+void readList(const ListFile& file, FrequencyStoreListHelper& helper) { warn(load(file, helper, Extent::First)); }
 
-QStringList readThoroughly(const ListFile& file, FrequencyStoreListHelper& helper)
+QStringList readThoroughly(ListFile file, FrequencyStoreListHelper& helper)
 {
-    return load(file, helper, BadRows::AreSkipped);
+    file.skipsBad = true;
+    return load(file, helper, Extent::All);
 }
 
 void writeList(const ListFile& file, FrequencyStoreListHelper& helper)

@@ -20,19 +20,21 @@ struct ListFile
     QString name; ///< what the operator calls it, visible (see terminal.h)
     Form form;
     Velmara::FrequencyStoreListHelper::ListType type; ///< Invalid where nobody told it
+    bool skipsBad = false;                            ///< passes over what gives no entry, and warns of it
     std::shared_ptr<const QTemporaryFile> copy;       ///< where the path leads to one
 
     bool isStream() const { return path == QLatin1String("-"); }
 };
 
 /// Reads and checks a list of store entries, or of detection results for that list type, into the helper; warns of what
-/// is not as it should be. Throws TallyFormException, which tells the place in the file where it is known.
+/// is not as it should be, the first of many like cases. Throws TallyFormException, which tells the place in the file
+/// where it is known.
 void readList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
 /// The same, but goes on behind rows of CSV that are no entries, and gives all that there is to say of the file.
-QStringList readThoroughly(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
+QStringList readThoroughly(ListFile file, Velmara::FrequencyStoreListHelper& helper);
 
-/// Writes the list; detection results become store entries in all forms but CSV. Warns of what a reader will not get
-/// back. Throws TallyFormException; a file that was there then stays as it was, and standard output gets nothing.
+/// Writes the list of entries, or detection results as CSV. Warns of what a reader will not get back. Throws
+/// TallyFormException; a file that was there then stays as it was, and standard output gets nothing.
 void writeList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
 /// Writes a file, or to standard output for "-". Throws as above.
 void writeBytes(const QString& path, const QByteArray& bytes);

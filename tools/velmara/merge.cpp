@@ -87,6 +87,7 @@ int merge(const QStringList& arguments)
                      QStringLiteral("OUT"));
     line.addArgument(QStringLiteral("IN"), QStringLiteral("The lists to join."), QStringLiteral("IN IN..."));
     line.addInputOptions();
+    line.addSkipOption();
     line.addOutputOption();
     Identity::addOption(line);
     return line.run(arguments, [&] {

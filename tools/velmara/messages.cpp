@@ -2,6 +2,8 @@
 
 #include "terminal.h"
 
+#include <QMap>
+
 #include <algorithm>
 
 using namespace TALLYFORM;
@@ -42,28 +44,76 @@ struct Remark
 
 constexpr int fewRemarks = 10, manyRemarks = 100000; // whose text takes some 30 MB
 
-/// One warning for each of the first remarks, and one for the rest.
-QStringList warningsOf(const QString& file, const QVector<Remark>& remarks, int most)
+const QString likewise = QStringLiteral(": the same in %1 more places."),
+              passedOver = QStringLiteral(": %1 more passed over.");
+
+/// One warning for each of the first cases, and one for the rest.
+template <class Case, class TextOf>
+QStringList firstOf(const QString& file, const QVector<Case>& cases, int most, const QString& rest, TextOf textOf)
 {
     QStringList warnings;
-    for (const Remark& remark : remarks.mid(0, most))
-        warnings += placeOf(file, remark.cell) + remark.text;
-    if (remarks.size() > most)
-        warnings += file + QStringLiteral(": the same in %1 more places.").arg(remarks.size() - most);
+    for (const Case& each : cases.mid(0, most))
+        warnings += textOf(each);
+    if (cases.size() > most)
+        warnings += file + rest.arg(cases.size() - most);
     return warnings;
 }
 
-/// What there is to say of rows and cells, in their order.
-QVector<Remark> remarksOn(const ImportReport& report)
+QStringList warningsOf(const QString& file, const QVector<Remark>& remarks, int most, const QString& rest = likewise)
+{
+    return firstOf(file, remarks, most, rest,
+                   [&](const Remark& remark) { return placeOf(file, remark.cell) + remark.text; });
+}
+
+QVector<Remark> remarksOn(const QVector<CsvBadRow>& rows)
 {
     QVector<Remark> remarks;
-    for (const CsvBadRow& row : report.skipped)
+    for (const CsvBadRow& row : rows)
         remarks += {row.place, row.reason};
-    for (const CsvCell& cell : report.misread)
-        remarks += {cell, QStringLiteral("not in the form of its column, and not read as it stands.")};
-    std::stable_sort(remarks.begin(), remarks.end(),
-                     [](const Remark& a, const Remark& b) { return a.cell.line < b.cell.line; });
     return remarks;
+}
+
+QVector<Remark> remarksOn(const QVector<CsvCell>& misread)
+{
+    QVector<Remark> remarks;
+    for (const CsvCell& cell : misread)
+        remarks += {cell, QStringLiteral("not in the form of its column, and not read as it stands.")};
+    return remarks;
+}
+
+/// What there is to say of rows and cells, in their order if all of it is to be told.
+QStringList remarksOn(const QString& file, const ImportReport& report, Extent extent)
+{
+    const QVector<Remark> rows = remarksOn(report.skipped), cells = remarksOn(report.misread);
+    if (extent == Extent::First)
+        return warningsOf(file, rows, fewRemarks, passedOver) + warningsOf(file, cells, fewRemarks);
+    QVector<Remark> all = rows + cells;
+    std::stable_sort(all.begin(), all.end(),
+                     [](const Remark& a, const Remark& b) { return a.cell.line < b.cell.line; });
+    return warningsOf(file, all, manyRemarks);
+}
+
+QString placeOfResult(const QString& file, const RefusedResult& result)
+{
+    QString place = file + QStringLiteral(": ");
+    if (result.index >= 0)
+        place
+            += QStringLiteral("DetectionResult[%1], ID %2: ").arg(QString::number(result.index + 1), quoted(result.id));
+    return place;
+}
+
+/// "ID of 2 results; Baudrate of 1 result"
+QStringList countsOf(const QVector<ReducedResult>& results)
+{
+    QMap<QString, int> counts;
+    for (const ReducedResult& result : results)
+        for (const QString& member : result.members)
+            ++counts[member];
+    QStringList texts;
+    for (auto each = counts.cbegin(); each != counts.cend(); ++each)
+        texts += (each.value() == 1 ? QStringLiteral("%1 of %2 result") : QStringLiteral("%1 of %2 results"))
+                     .arg(each.key(), QString::number(each.value()));
+    return texts;
 }
 
 QString reasonOf(const CsvCell& damaged)
@@ -93,7 +143,7 @@ QString describe(const QString& file, const ImportReport& report)
     return isTold ? report.error : placeOf(file, report.failed) + report.error;
 }
 
-QStringList warningsOf(const QString& file, const ImportReport& report)
+QStringList warningsOf(const QString& file, const ImportReport& report, Extent extent)
 {
     QStringList warnings;
     if (report.isMisencoded)
@@ -109,8 +159,29 @@ QStringList warningsOf(const QString& file, const ImportReport& report)
                   + QLatin1Char('.');
     if (!report.missingColumns.isEmpty())
         warnings += file + QStringLiteral(": did not find the ") + columns(report.missingColumns) + QLatin1Char('.');
-    const int most = report.badRows == BadRows::AreSkipped ? manyRemarks : fewRemarks;
-    return warnings + warningsOf(file, remarksOn(report), most);
+    return warnings + remarksOn(file, report, extent);
+}
+
+QString describe(const QString& file, const ConversionReport& report)
+{
+    return placeOfResult(file, report.failed) + report.error;
+}
+
+QStringList refusalsIn(const QString& file, const ConversionReport& report)
+{
+    return firstOf(file, report.refused, fewRemarks, passedOver,
+                   [&](const RefusedResult& result) { return placeOfResult(file, result) + result.reason; });
+}
+
+QStringList lossesIn(const QString& file, const ConversionReport& report)
+{
+    QStringList losses = countsOf(report.reduced);
+    if (!report.heading.isEmpty())
+        losses.prepend(report.heading.join(QStringLiteral(", ")) + QStringLiteral(" of the list"));
+    if (losses.isEmpty())
+        return {};
+    return {file + QStringLiteral(": entries do not take over: ") + losses.join(QStringLiteral("; "))
+            + QLatin1Char('.')};
 }
 
 QStringList warningsOf(const QString& file, const ExportReport& report)

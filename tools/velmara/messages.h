@@ -10,8 +10,15 @@ QString describe(const TALLYFORM::TallyFormException& failure);
 bool tellsFile(const QString& message, const QString& file);
 /// Why a file could not be read.
 QString describe(const QString& file, const Velmara::ImportReport& report);
-/// What of a file was not read as it stands there. Tells all if bad rows were skipped, else the first of many like
-/// cases.
-QStringList warningsOf(const QString& file, const Velmara::ImportReport& report);
+/// How much there is to be told of like cases.
+enum class Extent { First, All };
+/// What of a file was not read as it stands there.
+QStringList warningsOf(const QString& file, const Velmara::ImportReport& report, Extent extent);
+/// Why detection results of a file could not be converted.
+QString describe(const QString& file, const Velmara::ConversionReport& report);
+/// The detection results of a file that gave no entry, the first of many.
+QStringList refusalsIn(const QString& file, const Velmara::ConversionReport& report);
+/// What entries do not take over of their detection results.
+QStringList lossesIn(const QString& file, const Velmara::ConversionReport& report);
 /// What of a file that was written will not be read back as it was.
 QStringList warningsOf(const QString& file, const Velmara::ExportReport& report);

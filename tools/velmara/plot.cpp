@@ -103,6 +103,7 @@ int plot(const QStringList& arguments)
          QStringLiteral("velmara plot targets.csv --type TargetList --colour-by AnalogDemod -o plan.svg")});
     line.addArgument(QStringLiteral("FILE"), QStringLiteral("The list."), QStringLiteral("FILE"));
     line.addInputOptions();
+    line.addSkipOption();
     line.addValue({QStringLiteral("o"), output}, QStringLiteral("SVG"), QStringLiteral("The file to write."));
     line.addValue({colourBy}, QStringLiteral("NAME"),
                   QStringLiteral("The member whose value decides on a bar's colour; Type, if not told."));

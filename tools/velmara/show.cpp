@@ -197,6 +197,7 @@ int show(const QStringList& arguments)
                       QStringLiteral("velmara show --json results.packed | jq '.FrequencyStoreEntry[0]'")});
     line.addArgument(QStringLiteral("FILE"), QStringLiteral("The list."), QStringLiteral("FILE"));
     line.addInputOptions();
+    line.addSkipOption();
     line.addValue({columns}, QStringLiteral("NAMES"),
                   QStringLiteral("What to show of each entry, parted by commas: members by name, or by the path that "
                                  "leads to them, as FFM_Settings/Detail/ChannelNo."));

@@ -2,8 +2,6 @@
 
 #include <base/exceptions.h>
 
-#include <QStringList>
-
 #include <unistd.h>
 
 #include <algorithm>
@@ -70,6 +68,12 @@ void tell(const QString& text)
     const QString message = QStringLiteral("velmara: %1\n").arg(lines.join(QLatin1Char('\n')));
     std::fflush(stdout);
     std::fputs(message.toLocal8Bit().constData(), stderr);
+}
+
+void warn(const QStringList& warnings)
+{
+    for (const QString& warning : warnings)
+        tell(QStringLiteral("warning: ") + warning);
 }
 
 QString coloured(const QString& text, Colour colour)

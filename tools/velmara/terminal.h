@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <condition_variable>
 #include <mutex>
@@ -22,6 +22,9 @@ void flushOutput();
 /// Tells the operator something, on standard error, behind what was printed; control characters but line ends become
 /// visible.
 void tell(const QString& text);
+
+/// Tells of warnings, likewise.
+void warn(const QStringList& warnings);
 
 enum class Colour { Red = 31, Green = 32, Yellow = 33, Bold = 1 };
 /// The text in colour if standard output is a terminal and the operator wants colours there.
