@@ -46,7 +46,7 @@ struct ImportReport
 struct RefusedResult
 {
     int index = -1; ///< its place in the list, counted from 0; -1 if no result is meant
-    QString id;
+    QString id;     ///< its ID, which may be that of others too
     QString reason; ///< as the exception tells it
 };
 
@@ -54,7 +54,7 @@ struct RefusedResult
 struct ReducedResult
 {
     int index = -1; ///< the place of the result in the list, counted from 0
-    QString id;
+    QString id;          ///< its ID
     QStringList members; ///< such as "ID", or "Bandwidth/Min" where others of the same child are taken over
 };
 

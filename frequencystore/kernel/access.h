@@ -18,7 +18,7 @@ template <IsEnum E> bool isValid(const Member& m, const E& value)
 [[noreturn]] VELMARA_EXPORT void refuse(const ITallyObject& self, const Member& m, double);
 [[noreturn]] VELMARA_EXPORT void refuse(const ITallyObject& self, const Member& m, const QString&);
 [[noreturn]] VELMARA_EXPORT void refuseEnum(const Member& m);
-[[noreturn]] VELMARA_EXPORT void refuseContent(const ITallyObject& self, const Member& m);
+[[noreturn]] void refuseContent(const ITallyObject& self, const Member& m);
 [[noreturn]] VELMARA_EXPORT void refuseItem(const ITallyObject& self, const Member& m);
 [[noreturn]] VELMARA_EXPORT void refuseChoice(const ITallyObject& self);
 template <IsEnum E> [[noreturn]] void refuse(const ITallyObject&, const Member& m, E) { refuseEnum(m); }
