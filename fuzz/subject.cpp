@@ -1,6 +1,6 @@
 #include "fuzz/subject.h"
 
-#include "frequencystore/kernel/walk.h"
+#include "frequencystore/kernel/text.h"
 #include "frequencystore/records/allrecords.h"
 #include "tests/pipe.h"
 #include "tests/recordforms.h"
@@ -15,6 +15,8 @@ namespace {
 
 template <class R> void putExact(const R& record, QDataStream& out);
 
+/// Gathers what is to be written and is not nothing: what a text form writes of a member without a value comes back as
+/// an empty one.
 struct PutExact
 {
     const kernel::RecordData& data;
@@ -22,28 +24,33 @@ struct PutExact
 
     template <class T> void operator()(const kernel::Member& m, const T& field) const
     {
-        if (data.isSet(m) && data.isChosen(m))
+        if (kernel::isWritten<T>(data, m))
             put(field);
+    }
+    template <class T> void operator()(const kernel::Member& m, const QVector<T>& list) const
+    {
+        if (kernel::IsRecord<T> && m.isMandatory() && !data.isSet(m))
+            return;
+        for (const T& item : list)
+            put(item);
     }
 
 private:
     template <class T> void put(const T& field) const
     {
-        if constexpr (kernel::IsRecord<T>)
-            putExact(field, out);
-        else if constexpr (kernel::IsEnum<T>)
-            out << qint8(field);
+        if constexpr (kernel::IsEnum<T>)
+            out << (int(field) == -1 ? QByteArray() : QByteArray::number(int(field)));
     }
-    void put(const QString& text) const // XML makes one of the two ways in which lines end
+    template <kernel::IsRecord T> void put(const T& record) const
+    {
+        if (!record.GetValidate() || record.HasData())
+            putExact(record, out);
+    }
+    void put(QString text) const // XML knows one line end
     {
         out << QString(text + QLatin1Char('.')).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n');
     }
     void put(const QDateTime& time) const { out << (time.isValid() ? time.toMSecsSinceEpoch() : -1); }
-    template <class T> void put(const QVector<T>& list) const
-    {
-        for (const T& item : list)
-            put(item);
-    }
 };
 
 template <class R> void putExact(const R& record, QDataStream& out)
