@@ -73,10 +73,14 @@ int SystemFile::reserve(qint64 size)
     {};
     if (const int error = errorOf([&] { return fstat(m_descriptor, &before); }))
         return error;
-    const int error = size > 0 ? posix_fallocate(m_descriptor, 0, size) : 0;
+    int error = size > 0 ? EINTR : 0;
+    while (error == EINTR)
+        error = posix_fallocate(m_descriptor, 0, size);
+    const bool isUnknown
+        = error == EOPNOTSUPP || error == EINVAL || error == EBADF; // the last, of what stands in for it
     if (error != 0)
         truncate(before.st_size);
-    return error;
+    return isUnknown ? 0 : error;
 }
 
 int SystemFile::truncate(qint64 size)

@@ -21,7 +21,7 @@ public:
     int write(const char* bytes, qint64 size);
     /// Writes all that another file holds.
     int copyFrom(const SystemFile& other);
-    /// Gives it room for so many bytes, or leaves it as it was.
+    /// Gives it room for so many bytes, as far as the file system knows how to, or leaves it as it was.
     int reserve(qint64 size);
     /// Ends it there.
     int truncate(qint64 size);

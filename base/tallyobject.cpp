@@ -21,8 +21,7 @@ void ITallyObject::SetLogger(std::shared_ptr<Logger> logger) const
 
 void ITallyObject::TakeLogger(const ITallyObject& other) const
 {
-    const auto isNamed = [](const ITallyObject& object) { return object.m_extras && object.m_extras->name; };
-    if (isNamed(*this) || isNamed(other))
+    if (HasOwnName() || other.HasOwnName())
         ITallyObject::SetLogger(other.GetLogger());
     else
         m_extras = other.m_extras;

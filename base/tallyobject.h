@@ -161,6 +161,8 @@ public:
     {
         return m_extras == other.m_extras || GetLogger() == other.GetLogger();
     }
+    /// Whether the object was given a name of its own.
+    bool HasOwnName() const { return m_extras && m_extras->name; }
     /// Passes over the `length` bytes of a field that the object does not know.
     static void skipCurrentElement(QDataStream& stream, int length, int tag);
 
@@ -169,10 +171,7 @@ protected:
     ITallyObject(qint64 id, ObjectTypes type) : m_id(quint32(id)), m_type(type) {}
 
     /// The name that the object was given, else that of its class.
-    const QString& NameOr(const QString& nameOfClass) const
-    {
-        return m_extras && m_extras->name ? *m_extras->name : nameOfClass;
-    }
+    const QString& NameOr(const QString& nameOfClass) const { return HasOwnName() ? *m_extras->name : nameOfClass; }
 
     /// Reads the child element on whose start the reader stands; one left alone has its own children offered next.
     virtual void ProcessXmlStartElement(QXmlStreamReader& reader);

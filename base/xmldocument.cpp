@@ -68,6 +68,8 @@ bool isRead(const ITallyObject& object, const QXmlStreamReader& reader, const QS
 
 bool readText(ITallyObject& object, const QString& text, const QString& source)
 {
+    if (!text.isValidUtf16()) // of which the parser would make something else
+        return refuse(object, source + QLatin1String(": A character that XML cannot carry."), __LINE__);
     CrowdedTagSearch search;
     search.pass(text);
     if (search.hasFound())
@@ -86,14 +88,22 @@ bool readUtf8(ITallyObject& object, XmlFile& file, const QString& source)
     return isRead(object, reader, source);
 }
 
+/// Whether the text gives the document back, less a byte order mark: not every codec tells what it could not decode.
+bool isDecodingOf(const QByteArray& document, const QString& text, const QTextCodec& codec)
+{
+    constexpr int longestMark = 4;
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QByteArray encoded = codec.fromUnicode(text.constData(), text.size(), &state);
+    return document.endsWith(encoded) && document.size() - encoded.size() <= longestMark;
+}
+
 bool readForeign(ITallyObject& object, XmlFile& file, const QString& source)
 {
     const QByteArray document = file.readAll();
     if (!file.reason().isNull())
         return refuse(object, source + QLatin1String(": ") + file.reason(), __LINE__);
-    QTextCodec::ConverterState state;
-    const QString text = file.foreignCodec()->toUnicode(document.constData(), document.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0)
+    const QString text = file.foreignCodec()->toUnicode(document);
+    if (!isDecodingOf(document, text, *file.foreignCodec()))
         return refuse(object, source + QLatin1String(": Not in the encoding that it declares."), __LINE__);
     return readText(object, text, source);
 }

@@ -176,6 +176,8 @@ TYPED_TEST(Copies, AreWhatAMoveGives)
         for (int i = 0; i < 8; ++i)
             meddler.meddle(record);
         record.SetObjectName("renamed");
+        if constexpr (requires { record.GetTargetareas(); })
+            record.GetTargetareas().SetObjectName("renamed");
         const TypeParam copied(record), moved(std::move(record));
         EXPECT_EQ(description(moved), description(copied)) << seed;
     }

@@ -222,6 +222,8 @@ template <class R> class Derived : public R
 public:
     using R::Check;
     bool HasData() const override { return ++m_asked, !m_isEmpty && R::HasData(); }
+    void Reset() override { ++m_resets, R::Reset(); }
+    void SetValidate(bool validate) const override { ++m_flags, R::SetValidate(validate); }
     void Check(bool flag) const override { ++m_checks, R::Check(flag); }
     void GetXml(QXmlStreamWriter& writer) const override { ++m_written, R::GetXml(writer); }
     void ProcessXml(QXmlStreamReader& reader) override
@@ -234,8 +236,8 @@ public:
     }
 
     bool m_isEmpty = false;
-    mutable int m_asked = 0, m_checks = 0, m_written = 0;
-    int m_read = 0;
+    mutable int m_asked = 0, m_checks = 0, m_written = 0, m_flags = 0;
+    int m_read = 0, m_resets = 0;
 };
 
 } // namespace
@@ -254,6 +256,9 @@ TYPED_TEST(EveryRecord, CallsWhatAClassDerivedFromItOverrides)
     EXPECT_EQ(record.m_asked, 2);
     record.Check();
     EXPECT_EQ(record.m_checks, 3);
+    EXPECT_GE(record.m_flags, 3);
+    read.ResetToDefault();
+    EXPECT_EQ(read.m_resets, 1);
     EXPECT_TRUE(read.SetXmlString(document, false));
     EXPECT_EQ(read.m_read, 1);
     EXPECT_TRUE(read == record);

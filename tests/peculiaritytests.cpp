@@ -151,6 +151,30 @@ TEST(Peculiarities, XmlDoesNotPassOverARecordThatLacksAChild)
     EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { xml(data); }), refusal);
 }
 
+TEST(Peculiarities, WhatIsPassedOverMayHoldNamesakes)
+{
+    Coordinate point;
+    EXPECT_TRUE(point.SetXmlString("<Coordinate><Coordinate><Coordinate/></Coordinate><Longitude>1</Longitude>"
+                                   "<Latitude>2</Latitude></Coordinate>",
+                                   false));
+    EXPECT_TRUE(point.HasData());
+    FrequencyStoreList list;
+    EXPECT_TRUE(list.SetXmlString("<FrequencyStoreList Version='1.0'><Foo><FrequencyStoreList><Foo/>"
+                                  "</FrequencyStoreList></Foo><Name>x</Name></FrequencyStoreList>",
+                                  false));
+    EXPECT_EQ(list.GetName(), "x");
+    Area area;
+    area.SetValidate(false);
+    EXPECT_TRUE(
+        area.SetXmlString("<Area Version='1.0'><Area><Area><Name>in</Name></Area></Area><Coordinate><Coordinate>"
+                          "<Coordinate/></Coordinate><Latitude>2</Latitude></Coordinate>"
+                          "<ScriptID>s</ScriptID></Area>",
+                          false));
+    EXPECT_EQ(area.GetName(), "in");
+    EXPECT_EQ(area.GetScriptID(), "s");
+    EXPECT_EQ(area.GetCoordinate().first().GetLatitude(), 2);
+}
+
 TEST(Peculiarities, AReferenceToTheChoiceFollows)
 {
     Demodulator_Settings settings;

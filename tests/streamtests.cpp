@@ -6,6 +6,8 @@
 #include <QTemporaryFile>
 #include <QTimeZone>
 
+#include <algorithm>
+
 using namespace Velmara;
 
 namespace {
@@ -231,6 +233,52 @@ TEST(Streams, WriteWhereTheyStand)
         EXPECT_EQ(bytes, kept.left(place) + form + 'z');
         EXPECT_EQ(kept, "abcd");
     }
+}
+
+TEST(Streams, LeaveADeviceThatIsMoreThanMemoryItsOwnWay)
+{
+    class Inverter : public QBuffer
+    {
+    protected:
+        qint64 readData(char* data, qint64 size) override
+        {
+            const qint64 count = QBuffer::readData(data, size);
+            invert(data, count);
+            return count;
+        }
+        qint64 writeData(const char* data, qint64 size) override
+        {
+            QByteArray bytes(data, int(size));
+            invert(bytes.data(), size);
+            return QBuffer::writeData(bytes.constData(), size);
+        }
+
+    private:
+        static void invert(char* data, qint64 size)
+        {
+            std::transform(data, data + qMax<qint64>(0, size), data, [](char c) { return ~c; });
+        }
+    };
+    const Station s = station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
+    Inverter inverter;
+    ASSERT_TRUE(inverter.open(QIODevice::ReadWrite));
+    QDataStream stream(&inverter);
+    s.GetVersionSpecificBinaryWithoutValidation(stream);
+    QByteArray form = packed(s);
+    std::transform(form.begin(), form.end(), form.begin(), [](char c) { return ~c; });
+    EXPECT_EQ(inverter.data(), form);
+    inverter.seek(0);
+    Station read;
+    read.SetVersionSpecificBinaryWithoutValidation(stream);
+    EXPECT_TRUE(read == s);
+
+    QBuffer buffer;
+    qint64 told = 0;
+    QObject::connect(&buffer, &QIODevice::bytesWritten, [&](qint64 bytes) { told += bytes; });
+    ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
+    QDataStream toBuffer(&buffer);
+    s.GetVersionSpecificBinaryWithoutValidation(toBuffer);
+    EXPECT_EQ(told, form.size());
 }
 
 TEST(Streams, AreAsTheyWereIfNothingIsWritten)

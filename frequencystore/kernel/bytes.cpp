@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <typeinfo>
 
 namespace Velmara::kernel {
 
@@ -11,10 +12,12 @@ namespace {
 
 constexpr quint32 nullLength = 0xffffffff;
 
+/// None of a class derived from QBuffer, which may do more than hold the bytes.
 QBuffer* memoryOf(const QDataStream& stream)
 {
-    QBuffer* const buffer = qobject_cast<QBuffer*>(stream.device());
-    return buffer && !buffer->isTextModeEnabled() ? buffer : nullptr;
+    QIODevice* const device = stream.device();
+    const bool isMemory = device && typeid(*device) == typeid(QBuffer) && !device->isTextModeEnabled();
+    return isMemory ? static_cast<QBuffer*>(device) : nullptr;
 }
 
 QBuffer* memoryBehind(const QDataStream& stream)
@@ -47,8 +50,12 @@ bool ByteSink::flush()
     m_buffer.trim();
     if (m_start == 0)
         m_memory->buffer().squeeze();
+    const int written = m_buffer.size() - m_start;
     m_start = m_buffer.size();
-    return m_memory->seek(m_start);
+    const bool isDone = m_memory->seek(m_start);
+    Q_EMIT m_memory->bytesWritten(written); // as its own writing does
+    Q_EMIT m_memory->readyRead();
+    return isDone;
 }
 
 void ByteSink::patch(int position, quint32 word)

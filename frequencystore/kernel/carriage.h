@@ -21,10 +21,9 @@ template <IsEnum E> QString reasonAgainst(const Member& m, const E& value, Writt
 
 /// Why readers do not find an element by a name that was given to its object; null if they do.
 QString reasonAgainstName(const QString& name);
-template <class R> QString reasonAgainstName(const R& r, const QString& nameOfClass)
+inline QString reasonAgainstName(const ITallyObject& object)
 {
-    const QString& name = r.GetObjectName();
-    return &name == &nameOfClass ? QString() : reasonAgainstName(name);
+    return object.HasOwnName() ? reasonAgainstName(object.GetObjectName()) : QString();
 }
 
 /// Throws OutOfRangeException under validation for a value that a form cannot carry.
@@ -81,7 +80,7 @@ private:
 
 template <class R> QString Record<R>::findUncarried(const R& r, WrittenForm form, const QString& path)
 {
-    if (const QString reason = reasonAgainstName(r, R::elementName()); form == WrittenForm::Xml && !reason.isNull())
+    if (const QString reason = reasonAgainstName(r); form == WrittenForm::Xml && !reason.isNull())
         return path.isEmpty() ? reason : path + QLatin1String(": ") + reason;
     if (!r.m_data)
         return {};

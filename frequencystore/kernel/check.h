@@ -128,6 +128,8 @@ struct HandDownAhead
 /// caches once.
 template <class R> void Record<R>::checkTree(const R& r, bool flag)
 {
+    if (!isItself(r))
+        propagate(r);
     const Heritage heritage = heritageOf(r);
     auto& data = layout(r);
     try {
@@ -142,9 +144,8 @@ template <class R> void Record<R>::checkTree(const R& r, bool flag)
 /// What precedes the writing of a tree.
 template <class R> void Record<R>::verify(const R& r)
 {
-    if (r.GetValidate() && isItself(r))
-        return checkTree(r, false);
-    propagate(r);
+    if (!r.GetValidate() || !isItself(r))
+        propagate(r);
     if (r.GetValidate())
         r.Check();
 }

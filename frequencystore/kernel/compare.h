@@ -42,7 +42,8 @@ template <class R> bool Record<R>::equal(const R& a, const R& b)
     if (!a.m_data && !b.m_data)
         return true;
     if constexpr (IsVersioned<R>)
-        a.GetVersion(), b.GetVersion(); // which makes the data
+        if (a.GetVersion() != b.GetVersion()) // which makes the data
+            return false;
     if (a.m_data && b.m_data)
         return areRowsSame<R>(*held(a), *held(b), typename Layout<R>::List());
     R none;

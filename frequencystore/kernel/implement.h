@@ -122,7 +122,11 @@ template <class R> bool Record<R>::prepareNames()
         kernel::Record<R>::propagate(*this);                                                                           \
         kernel::Record<R>::readXml(*this, reader);                                                                     \
     }                                                                                                                  \
-    void R::ProcessXmlStartElement(QXmlStreamReader& reader) { kernel::Record<R>::readElement(*this, reader); }        \
+    void R::ProcessXmlStartElement(QXmlStreamReader& reader)                                                           \
+    {                                                                                                                  \
+        if constexpr (!kernel::has<kernel::contents, kernel::Record<R>::Layout<R>>)                                    \
+            kernel::Record<R>::readElement(*this, reader);                                                             \
+    }                                                                                                                  \
     bool R::GetBinary(QDataStream& stream, int tag, bool writeTag) const                                               \
     {                                                                                                                  \
         return kernel::Record<R>::writeTaggedTree(*this, stream, quint32(tag), writeTag);                              \

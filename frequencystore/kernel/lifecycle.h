@@ -15,6 +15,7 @@ struct Heritage
 {
     std::optional<bool> validate = std::nullopt;
     const ITallyObject* logger = nullptr; ///< whose logger
+    bool isNamedByClass = false;          ///< as parts of a copy are, to which their names are not handed down
 
     void giveTo(const ITallyObject& object) const
     {
@@ -26,7 +27,7 @@ struct Heritage
     bool isHeldBy(const ITallyObject& object) const
     {
         return (!validate || object.ITallyObject::GetValidate() == *validate)
-            && (!logger || object.HasLoggerOf(*logger));
+            && (!logger || object.HasLoggerOf(*logger)) && !(isNamedByClass && object.HasOwnName());
     }
 };
 
@@ -102,7 +103,13 @@ template <class R> void Record<R>::setLogger(const R& r, const std::shared_ptr<T
 
 template <class R> Heritage heritageOf(const R& r) { return {.validate = r.GetValidate(), .logger = &r}; }
 
-template <class R> void Record<R>::propagate(const R& r) { handDown(r, heritageOf(r)); }
+template <class R> void Record<R>::propagate(const R& r)
+{
+    if (isItself(r))
+        return handDown(r, heritageOf(r));
+    r.SetValidate(r.GetValidate());
+    r.SetLogger(r.GetLogger());
+}
 
 /// Gives the record private data of its own, made new or copied from what it shares.
 template <class R> void Record<R>::own(const R& r)
@@ -135,14 +142,14 @@ template <class R> void Record<R>::part(const R& r)
     propagate(r);
 }
 
-/// Makes a record that took over another's data what a copy would be. The data may be shared, and have to be copied for
-/// that: without memory its parts keep what they have, until they are brought into line ahead of their next use.
+/// Makes a record that took over another's data what a copy would be; where its parts are not, by a copy. Without
+/// memory they keep what they have, and are brought into line ahead of their next use.
 template <class R> void Record<R>::settle(const R& r, const R& from) noexcept
 {
     r.ITallyObject::SetValidate(from.ITallyObject::GetValidate());
     try {
-        if (!hasInherited(r, heritageOf(r)))
-            propagate(r);
+        if (!hasInherited(r, {.validate = r.ITallyObject::GetValidate(), .logger = &r, .isNamedByClass = true}))
+            r.m_data = R(r).m_data;
     } catch (const std::bad_alloc&) {}
 }
 
@@ -158,7 +165,7 @@ template <class R> void Record<R>::reset(R& r)
 
 template <class R> void Record<R>::resetToDefault(R& r)
 {
-    reset(r);
+    r.Reset();
     auto& data = layout(r);
     visit(data, [&](const Member& m, const auto&) {
         if (m.isMarked)

@@ -153,7 +153,8 @@ template <class R> struct Record
     static void writeXmlTree(const R& r, XmlSink& sink);
     static void writeXml(const R& r, XmlSink& sink);
     static void readXml(R& r, QXmlStreamReader& reader);
-    static void readElement(R& r, QXmlStreamReader& reader);
+    static void readElements(R& r, QXmlStreamReader& reader);
+    static int readElement(R& r, QXmlStreamReader& reader);
     static bool writeTaggedTree(const R& r, QDataStream& stream, quint32 tag, bool writeTag);
     static void writeTagged(const R& r, ByteSink& out, quint32 tag, bool writeTag);
     static void readTagged(R& r, ByteSource& in, int length);

@@ -18,12 +18,15 @@ void refuseUnknown(const ITallyObject& self, const QXmlStreamReader& reader)
         QStringLiteral("Unknown Tag '%1' in '%2'.").arg(reader.name().toString(), self.GetObjectName()));
 }
 
-void skipElement(QXmlStreamReader& reader)
+int skipElement(QXmlStreamReader& reader)
 {
     const QString name = reader.name().toString();
-    do
+    int open = 1;
+    do {
         reader.readNext();
-    while (!reader.atEnd() && reader.name() != name);
+        open += reader.isStartElement() - reader.isEndElement();
+    } while (!reader.atEnd() && reader.name() != name);
+    return open;
 }
 
 } // namespace Velmara::kernel

@@ -130,8 +130,9 @@ struct IsNamed
 };
 
 [[noreturn]] void refuseUnknown(const ITallyObject& self, const QXmlStreamReader& reader);
-/// Passes over the element that the reader stands on, up to the next token of its name.
-void skipElement(QXmlStreamReader& reader);
+/// Passes over the element that the reader stands on, up to the next token of its name. Gives how many elements stay
+/// open, that on whose start the reader then stands among them.
+int skipElement(QXmlStreamReader& reader);
 
 template <class R> void Record<R>::writeXmlTree(const R& r, XmlSink& sink)
 {
@@ -144,7 +145,7 @@ template <class R> void Record<R>::writeXml(const R& r, XmlSink& sink)
 {
     const auto& data = layout(r);
     const XmlWriter members(r, data, sink);
-    if (const QString reason = reasonAgainstName(r, R::elementName()); !reason.isNull())
+    if (const QString reason = reasonAgainstName(r); !reason.isNull())
         r.ITallyObject::GetValidate() ? refuseName(reason) : sink.refuse();
     if constexpr (IsVersioned<R>)
         sink.startElement(r.GetObjectName(), R::schemaVersion());
@@ -177,19 +178,37 @@ template <class R> void Record<R>::readXml(R& r, QXmlStreamReader& reader)
         readAttributes(r, reader.attributes());
     if constexpr (has<contents, Layout<R>>)
         visit<contents>(data, XmlReader(r, data, reader));
+    else if (isItself(r))
+        readElements(r, reader);
     else
         r.ITallyObject::ProcessXml(reader);
 }
 
-template <class R> void Record<R>::readElement(R& r, QXmlStreamReader& reader)
+/// Reads all child elements, and the end of the element itself. One that is passed over may end early, and one that is
+/// left alone has not ended: what is in them is read as if it stood here.
+template <class R> void Record<R>::readElements(R& r, QXmlStreamReader& reader)
+{
+    int open = 1;
+    while (open > 0 && !reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement())
+            open += readElement(r, reader);
+        else if (reader.isEndElement())
+            --open;
+    }
+}
+
+/// Gives how many elements it leaves open.
+template <class R> int Record<R>::readElement(R& r, QXmlStreamReader& reader)
 {
     auto& data = layout(r);
     if (visitFirst(data, IsNamed{reader.name()}, XmlReader(r, data, reader)))
-        return;
+        return 0;
     if (isOlder(r))
-        skipElement(reader);
-    else if (r.GetValidate())
+        return skipElement(reader);
+    if (r.GetValidate())
         refuseUnknown(r, reader);
+    return 1;
 }
 
 } // namespace Velmara::kernel

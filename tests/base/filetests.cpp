@@ -70,8 +70,29 @@ TEST_F(FileTest, XmlIsReadInTheEncodingThatItDeclares)
         write(broken);
         EXPECT_FALSE(Note().LoadXml(path())) << broken;
     }
-    write("<?xml version='1.0' encoding='US-ASCII'?><Note><Title>t</Title></Note>");
+    const QByteArray ascii = "<?xml version='1.0' encoding='US-ASCII'?><Note><Title>t</Title></Note>";
+    write(ascii);
     EXPECT_TRUE(Note().LoadXml(path()));
+    write(QByteArray(ascii).replace("t</", "\xE9</"));
+    EXPECT_FALSE(Note().LoadXml(path()));
+    const QString text = QStringLiteral("<Note><Title>t</Title></Note>");
+    const auto inUtf16 = [](QString document) {
+        return QByteArray("\xFF\xFE")
+             + QByteArray(reinterpret_cast<const char*>(document.utf16()), 2 * document.size());
+    };
+    write(inUtf16(text));
+    EXPECT_TRUE(Note().LoadXml(path()));
+    const QString halved = QString(text).replace(QLatin1String("t<"), QChar(0xD800) + QLatin1String("<"));
+    write(inUtf16(halved));
+    EXPECT_FALSE(Note().LoadXml(path()));
+    EXPECT_FALSE(Note().SetXmlString(halved, false));
+    for (const char* const wide : {"\xFF\xFF\xFF\xFF", "\x00\x11\x00\x00"}) {
+        QByteArray bytes = QTextCodec::codecForName("UTF-32BE")->fromUnicode(text);
+        write(bytes);
+        EXPECT_TRUE(Note().LoadXml(path()));
+        write(bytes.replace(bytes.indexOf(QByteArray("\0\0\0t", 4), 48), 4, QByteArray(wide, 4)));
+        EXPECT_FALSE(Note().LoadXml(path()));
+    }
 }
 
 TEST_F(FileTest, TheFirstBytesOfADocumentDecideOverWhatItDeclares)
