@@ -87,7 +87,7 @@ bool FileHandling::ImportCSV(QString const& file, FrequencyStoreList& list, List
     const ImportReport report = ReadCSV(file, list, type);
     if (report.isComplete)
         return true;
-    if (const auto& logger = list.GetLogger())
+    if (const auto logger = list.GetLogger()) // which may leave the list when it is told
         logger->Log(placeOf(report.failed, file) + QLatin1String(": ") + report.error);
     return refuse(QStringLiteral("Import: Cannot export frequency store to file as error %1").arg(report.error),
                   __LINE__);

@@ -17,6 +17,24 @@ public:
     QStringList m_messages;
 };
 
+/// Takes itself off the list that owns it while it is told something.
+class Leaver : public Logger
+{
+public:
+    Leaver(FrequencyStoreList& list, QStringList& events) : m_list(list), m_events(events) {}
+    ~Leaver() override { m_events += "gone"; }
+    void Log(const QString&) override
+    {
+        QStringList& events = m_events;
+        m_list.ResetLogger();
+        events += "told";
+    }
+
+private:
+    FrequencyStoreList& m_list;
+    QStringList& m_events;
+};
+
 FrequencyStoreList listOf(const QStringList& types)
 {
     FrequencyStoreList list;
@@ -235,4 +253,13 @@ TEST_F(Loading, WhatCannotBeReadTouchesNothing)
         for (const QString& message : logger->m_messages)
             EXPECT_TRUE(message.startsWith(file + ": ")) << qPrintable(message);
     }
+}
+
+TEST_F(Loading, ALoggerMayTakeItselfOffTheListThatItHearsOf)
+{
+    QStringList events;
+    FrequencyStoreList list;
+    list.SetLogger(std::make_shared<Leaver>(list, events));
+    EXPECT_FALSE(FileHandling().ImportCSV(path("missing"), list, ListType::Suppress));
+    EXPECT_EQ(events, QStringList({"told", "gone"}));
 }
