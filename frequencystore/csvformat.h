@@ -3,6 +3,7 @@
 /// What a CSV format is made of. A format is a table of columns: one line tells a column's name, how its cell is
 /// written and how it is read.
 
+#include "frequencystore/csvparts.h"
 #include "frequencystore/filehandling.h"
 
 namespace Velmara {
@@ -37,9 +38,12 @@ struct FileHandling::Column
     QLatin1String name;
     Writer write;
     Reader read;
+    Test isLost; ///< whether the cell "---" does not give back what the entry has; null for what a file always carries
     Absent absent = Absent::LeavesUnset;
     /// Whether an entry needs the column, which otherwise leaves the header; null for columns that always stand.
     Test isNeeded = nullptr;
+    /// Whether a reader passes the entry's cell over; null if it never does.
+    Test isPassedOver = nullptr;
 };
 
 struct FileHandling::Format
@@ -69,17 +73,31 @@ struct FileHandling::Columns
 };
 
 // clang-format off
-/// A column: its name, the writer of its cell, what reads `cell` into `entry`, and, if it may leave the header, which
-/// entries need it.
-#define VELMARA_COLUMN(NAME, WRITER, READ, ...)                                                                        \
+/// A column of the MEMBER that the RECORD of `entry` has: its name, the writer of its cell, the value that `cell` gives
+/// the member, and what else a Column tells.
+#define VELMARA_ANY_COLUMN(NAME, WRITER, RECORD, MEMBER, VALUE, IS_LOST, ABSENT, ...)                                  \
     Column{QLatin1String(NAME), &FileHandling::WRITER,                                                                 \
-           [](FrequencyStoreEntry& entry, CellText& cell) { READ; }, Column::Absent::LeavesUnset, __VA_ARGS__}
-/// A column whose cell is read even if it is "---".
-#define VELMARA_UNGUARDED_COLUMN(NAME, WRITER, READ)                                                                   \
-    Column{QLatin1String(NAME), &FileHandling::WRITER,                                                                 \
-           [](FrequencyStoreEntry& entry, CellText& cell) { READ; }, Column::Absent::IsRead}
-/// Stores the value that `cell` names in an enumeration.
-#define VELMARA_READ_NAME(RECORD, MEMBER) (RECORD).Set##MEMBER((RECORD).NameTo##MEMBER(cell.text()))
+           [](FrequencyStoreEntry& entry, CellText& cell) { RECORD.Set##MEMBER(VALUE); },                              \
+           IS_LOST, Column::Absent::ABSENT, __VA_ARGS__}
+#define VELMARA_IS_SET(RECORD, MEMBER) [](const FrequencyStoreEntry& entry) { return RECORD.Is##MEMBER##Set(); }
+#define VELMARA_IS_EMPTY(RECORD, MEMBER)                                                                               \
+    [](const FrequencyStoreEntry& entry) { return RECORD.Is##MEMBER##Set() && RECORD.Get##MEMBER().isEmpty(); }
+
+/// Columns of a text, a time and a name in an enumeration, and of numbers, with the VALUE that is read.
+#define VELMARA_TEXT_COLUMN(NAME, WRITER, RECORD, MEMBER)                                                              \
+    VELMARA_ANY_COLUMN(NAME, WRITER, RECORD, MEMBER, cell.text(), VELMARA_IS_SET(RECORD, MEMBER), LeavesUnset)
+#define VELMARA_TIME_COLUMN(NAME, WRITER, RECORD, MEMBER)                                                              \
+    VELMARA_ANY_COLUMN(NAME, WRITER, RECORD, MEMBER, cell.time(), VELMARA_IS_SET(RECORD, MEMBER), LeavesUnset)
+#define VELMARA_NAME_COLUMN(NAME, WRITER, RECORD, MEMBER, ...)                                                         \
+    VELMARA_ANY_COLUMN(NAME, WRITER, RECORD, MEMBER, RECORD.NameTo##MEMBER(cell.text()),                               \
+                       VELMARA_IS_SET(RECORD, MEMBER), LeavesUnset, __VA_ARGS__)
+#define VELMARA_COLUMN(NAME, WRITER, RECORD, MEMBER, VALUE, ...)                                                       \
+    VELMARA_ANY_COLUMN(NAME, WRITER, RECORD, MEMBER, VALUE, nullptr, LeavesUnset, __VA_ARGS__)
+/// Columns of a text and of numbers whose cell is read even if it is "---".
+#define VELMARA_UNGUARDED_TEXT(NAME, WRITER, RECORD, MEMBER)                                                           \
+    VELMARA_ANY_COLUMN(NAME, WRITER, RECORD, MEMBER, cell.text(), VELMARA_IS_EMPTY(RECORD, MEMBER), IsRead)
+#define VELMARA_UNGUARDED_COLUMN(NAME, WRITER, RECORD, MEMBER, VALUE)                                                  \
+    VELMARA_ANY_COLUMN(NAME, WRITER, RECORD, MEMBER, VALUE, nullptr, IsRead)
 // clang-format on
 
 } // namespace Velmara

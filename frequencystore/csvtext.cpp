@@ -2,21 +2,29 @@
 
 namespace Velmara::csv {
 
+void LineWatch::damage(CsvDamage damage, QLatin1String column, QStringView text)
+{
+    m_report.damaged.append({{m_line, column, text.toString()}, damage});
+}
+
 void LineWatch::cell(QLatin1String column, QStringView text)
 {
-    bool isDamaged = false;
+    bool breaksLine = false, hasSurrogates = false;
     for (const QChar c : text) {
-        isDamaged |= c == u';' || c == u'\n' || c == u'\r';
+        breaksLine |= c == u';' || c == u'\n' || c == u'\r';
+        hasSurrogates |= c.isSurrogate();
         m_breaks += c == u'\n';
     }
-    if (isDamaged)
-        m_report.damaged.append({m_line, column, text.toString()});
+    if (breaksLine)
+        damage(CsvDamage::BrokenLine, column, text);
+    if (hasSurrogates && !text.isValidUtf16())
+        damage(CsvDamage::NoCharacter, column, text);
 }
 
 void LineWatch::endLine(int length)
 {
     if (length >= maxLineLength)
-        m_report.damaged.append({m_line, {}, {}});
+        damage(CsvDamage::LongLine, QLatin1String(), {});
     m_line += 1 + m_breaks;
     m_breaks = 0;
     ++m_report.entries;

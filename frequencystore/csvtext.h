@@ -12,6 +12,7 @@ inline constexpr int maxLineLength = 10240;
 
 /// What stands for an absent item.
 inline QString absent() { return QStringLiteral("---"); }
+inline bool isAbsent(QStringView cell) { return cell.size() == 3 && cell == QLatin1String("---"); }
 inline QString fixed(double value, int decimals = 2)
 {
     return kernel::numberText([=](char* to) { return kernel::putFixed(to, value, decimals); });
@@ -24,7 +25,7 @@ inline QString general(double value)
 inline QString boolean(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
 /// Follows the lines behind the header as they are written, and notes in a report how many they are and what of them a
-/// reader will not get back: there is no quoting.
+/// reader will not get back.
 class LineWatch
 {
 public:
@@ -32,7 +33,9 @@ public:
 
     /// The line that is being written.
     int line() const { return m_line; }
+    /// Notes what in the text of a cell a file does not carry: there is no quoting.
     void cell(QLatin1String column, QStringView text);
+    void damage(CsvDamage damage, QLatin1String column, QStringView text);
     void endLine(int length);
 
 private:

@@ -11,13 +11,9 @@ namespace Velmara {
 QVector<const FileHandling::Column*> FileHandling::columnsFor(const QVector<FrequencyStoreEntry>& entries,
                                                               const Format& format)
 {
-    const auto isNeeded = [&](const Column& column) {
-        return std::any_of(entries.begin(), entries.end(),
-                           [&](const FrequencyStoreEntry& entry) { return column.isNeeded(readable(entry)); });
-    };
     QVector<const Column*> columns;
     for (const Column& column : format.columns)
-        if (!column.isNeeded || entries.isEmpty() || isNeeded(column))
+        if (!column.isNeeded || entries.isEmpty() || std::any_of(entries.begin(), entries.end(), column.isNeeded))
             columns.append(&column);
     return columns;
 }
@@ -29,6 +25,18 @@ void FileHandling::appendCell(const FrequencyStoreEntry& entry, const Column& co
         SetCSVItem(none, line, last);
     else
         (this->*column.write)(entry, line, last);
+}
+
+void FileHandling::watchCell(const FrequencyStoreEntry& entry, const Column& column, QStringView text,
+                             csv::LineWatch& watch)
+{
+    if (!column.isLost)
+        return;
+    watch.cell(column.name, text);
+    const bool isLost = csv::isAbsent(text) && column.isLost(entry) && (!column.isNeeded || column.isNeeded(entry));
+    if (isLost || (column.isPassedOver && column.isPassedOver(entry)))
+        watch.damage(column.absent == Column::Absent::IsRead ? CsvDamage::ReadAsDashes : CsvDamage::ReadAsUnset,
+                     column.name, text);
 }
 
 /// Appends a line, with one cell for each column that `append(column, last)` appends. Gives the line's length.
@@ -58,7 +66,7 @@ void FileHandling::writeFormat(QString const& file, const FrequencyStoreListHelp
         const int length = appendLine(columns, format, text, [&](const Column& column, bool isLast) {
             const int start = text.size();
             appendCell(readable(entry), column, text, isLast);
-            watch.cell(column.name, QStringView(text).mid(start).chopped(isLast ? 2 : 1));
+            watchCell(readable(entry), column, QStringView(text).mid(start).chopped(isLast ? 2 : 1), watch);
         });
         if (!entry.IsFFM_SettingsSet())
             report.untuned.append(watch.line());

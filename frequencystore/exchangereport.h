@@ -76,14 +76,29 @@ struct ConversionReport
     QVector<ReducedResult> reduced; ///< the results that are not taken over wholly
 };
 
+/// Why a reader will not get something back as it was.
+enum class CsvDamage {
+    LongLine,    ///< the line is longer than a reader takes; no cell is meant
+    BrokenLine,  ///< there is a separator or a line end in the cell
+    NoCharacter, ///< the text has half a surrogate pair, for which '?' is written
+    ReadAsUnset, ///< the cell is that of a value that is not set, or one that a reader passes over
+    ReadAsDashes ///< the text is empty, and a reader takes the "---" in its place for a text
+};
+
+/// A cell of a CSV file, or a whole line, that a reader will not get back as it was.
+struct CsvDamagedCell : CsvCell
+{
+    CsvDamage damage = CsvDamage::LongLine; ///< the reason
+};
+
 /// What writing a CSV file did, and what it met.
 struct ExportReport
 {
-    bool isComplete = false;  ///< whether the file was written
-    int entries = 0;          ///< how many it holds
-    QString error;            ///< the reason if it was not
-    QVector<CsvCell> damaged; ///< cells, or lines too long, that a reader will not get back as they are
-    QVector<int> untuned;     ///< lines of entries without a fixed frequency, which a reader gets as 0
+    bool isComplete = false;         ///< whether the file was written
+    int entries = 0;                 ///< how many it holds
+    QString error;                   ///< the reason if it was not
+    QVector<CsvDamagedCell> damaged; ///< what a reader will not get back as it was; a cell once for each reason
+    QVector<int> untuned;            ///< lines of entries without a fixed frequency, which a reader gets as 0
 };
 
 } // namespace Velmara

@@ -7,6 +7,10 @@ namespace Velmara {
 
 class CellText;
 
+namespace csv {
+class LineWatch;
+}
+
 /// The door to files: lists as XML documents and as CSV files, with one CSV format per list type.
 ///
 /// The operations that give a result catch TallyException, trace it and give false, except where they say otherwise.
@@ -89,6 +93,8 @@ private:
     template <class Append>
     int appendLine(const QVector<const Column*>& columns, const Format& format, QString& text, Append append);
     void appendCell(const FrequencyStoreEntry& entry, const Column& column, QString& line, bool last);
+    static void watchCell(const FrequencyStoreEntry& entry, const Column& column, QStringView text,
+                          csv::LineWatch& watch);
     void readFormat(QString const& file, FrequencyStoreList& list, const Format& format, ImportReport& report);
     static QVector<Found> findColumns(const QStringList& names, const Format& format, ImportReport& report);
     static FrequencyStoreEntry readRow(const QVector<Found>& found, const QVector<QStringView>& cells,

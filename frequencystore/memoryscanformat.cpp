@@ -2,19 +2,14 @@
 /// settings.
 
 #include "frequencystore/csvformat.h"
-#include "frequencystore/readable.h"
 
 namespace Velmara {
 
 namespace {
 
-FFM_SettingsDetail& detailOf(FrequencyStoreEntry& entry) { return entry.GetFFM_Settings().GetDetail(); }
-DF_Settings& directionOf(FrequencyStoreEntry& entry) { return entry.GetDF_Settings(); }
-DF_SettingsDetail& thresholdsOf(FrequencyStoreEntry& entry) { return directionOf(entry).GetDetail(); }
-
-bool hasAlarm(const FrequencyStoreEntry& entry) { return readable(entry.GetFFM_Settings()).GetDetail().IsAlarmSet(); }
+bool hasAlarm(const FrequencyStoreEntry& entry) { return detailOf(entry).IsAlarmSet(); }
 bool hasDirection(const FrequencyStoreEntry& entry) { return entry.IsDF_SettingsSet(); }
-bool hasStep(const FrequencyStoreEntry& entry) { return hasDirection(entry) && entry.GetDF_Settings().IsDFStepSet(); }
+bool hasStep(const FrequencyStoreEntry& entry) { return hasDirection(entry) && directionOf(entry).IsDFStepSet(); }
 
 /// The file does not carry the quality threshold, which direction-finding settings must have.
 void completeDirection(FrequencyStoreEntry& entry)
@@ -31,29 +26,26 @@ const FileHandling::Format& FileHandling::memoryScan()
     static const Format format{{
         Columns::type(),
         Columns::comment(),
-        VELMARA_COLUMN("Antenna",           AppendAntenna,        entry.SetAntenna(cell.text())),
+        VELMARA_TEXT_COLUMN("Antenna",           AppendAntenna,        entry, Antenna),
         Columns::frequency(),
         Columns::bandwidth(),
         Columns::analogDemod(),
-        VELMARA_COLUMN("Active",            AppendActive,         detailOf(entry).SetActive(cell.boolean())),
-        VELMARA_COLUMN("AFC",               AppendAFC,            VELMARA_READ_NAME(detailOf(entry), AFC)),
-        VELMARA_COLUMN("Attenuation",       AppendAttenuation,    VELMARA_READ_NAME(detailOf(entry), Attenuation)),
-        VELMARA_COLUMN("SquelchState",      AppendSquelchState,   VELMARA_READ_NAME(detailOf(entry), SquelchState)),
-        VELMARA_COLUMN("SquelchValue",      AppendSquelchValue,   detailOf(entry).SetSquelchValue(cell.integer())),
-        VELMARA_COLUMN("ChannelNo",         AppendChannelNo,      detailOf(entry).SetChannelNo(cell.integer())),
-        VELMARA_COLUMN("Alarm",             AppendAlarm,          detailOf(entry).SetAlarm(cell.boolean()), hasAlarm),
-        VELMARA_COLUMN("DFSquelchMode",     AppendDFMode,         VELMARA_READ_NAME(directionOf(entry), DFMode),
-                       hasDirection),
-        VELMARA_COLUMN("DFMeasurementTime", AppendAveraging,      directionOf(entry).SetAveraging(cell.number()),
-                       hasDirection),
-        VELMARA_COLUMN("DFSquelch",         AppendLevelThreshold, thresholdsOf(entry).SetLevelThreshold(cell.number()),
-                       hasDirection),
-        VELMARA_COLUMN("DFBandwidth",       AppendDFBandwidth,    directionOf(entry).GetBandwidth().SetValue(cell.number()),
-                       hasDirection),
-        VELMARA_COLUMN("DFStep",            AppendDFStep,         directionOf(entry).SetDFStep(cell.number()),
-                       hasStep),
-        VELMARA_COLUMN("FreqSpan",          AppendIFStep,         entry.GetFFM_Settings().SetIFStep(cell.number()),
-                       hasStep),
+        VELMARA_COLUMN     ("Active",            AppendActive,         detailOf(entry), Active, cell.boolean()),
+        VELMARA_NAME_COLUMN("AFC",               AppendAFC,            detailOf(entry), AFC),
+        VELMARA_NAME_COLUMN("Attenuation",       AppendAttenuation,    detailOf(entry), Attenuation),
+        VELMARA_NAME_COLUMN("SquelchState",      AppendSquelchState,   detailOf(entry), SquelchState),
+        VELMARA_COLUMN     ("SquelchValue",      AppendSquelchValue,   detailOf(entry), SquelchValue, cell.integer()),
+        VELMARA_COLUMN     ("ChannelNo",         AppendChannelNo,      detailOf(entry), ChannelNo, cell.integer()),
+        VELMARA_COLUMN     ("Alarm",             AppendAlarm,          detailOf(entry), Alarm, cell.boolean(), hasAlarm),
+        VELMARA_NAME_COLUMN("DFSquelchMode",     AppendDFMode,         directionOf(entry), DFMode, hasDirection),
+        VELMARA_COLUMN     ("DFMeasurementTime", AppendAveraging,      directionOf(entry), Averaging, cell.number(),
+                            hasDirection),
+        VELMARA_COLUMN     ("DFSquelch",         AppendLevelThreshold, thresholdsOf(entry), LevelThreshold, cell.number(),
+                            hasDirection),
+        VELMARA_COLUMN     ("DFBandwidth",       AppendDFBandwidth,    directionOf(entry).GetBandwidth(), Value,
+                            cell.number(), hasDirection),
+        VELMARA_COLUMN     ("DFStep",            AppendDFStep,         directionOf(entry), DFStep, cell.number(), hasStep),
+        VELMARA_COLUMN     ("FreqSpan",          AppendIFStep,         settingsOf(entry), IFStep, cell.number(), hasStep),
     }, false, completeDirection};
     return format;
 }

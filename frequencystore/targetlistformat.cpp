@@ -8,12 +8,12 @@ namespace Velmara {
 const FileHandling::Format& FileHandling::targetList()
 {
     static const Format format{notePad().columns + QVector<Column>{
-        VELMARA_COLUMN          ("Priority",           AppendPriority,           entry.GetProfile_Data().SetPriority(cell.text())),
-        VELMARA_UNGUARDED_COLUMN("ProfileID",          AppendProfileId,          entry.GetProfile_Data().SetProfileID(cell.text())),
-        VELMARA_UNGUARDED_COLUMN("SignalClass",        AppendSignalClass,        entry.GetProfile_Data().SetSignalClass(cell.text())),
-        VELMARA_UNGUARDED_COLUMN("TransmissionSystem", AppendTransmissionSystem, entry.GetProfile_Data().SetTransmissionSystem(cell.text())),
-        VELMARA_UNGUARDED_COLUMN("ProfileName",        AppendProfileName,        entry.GetProfile_Data().SetProfileName(cell.text())),
-        VELMARA_COLUMN          ("ThreatClass",        AppendThreatClass,        entry.GetProfile_Data().SetThreatClass(cell.text())),
+        VELMARA_TEXT_COLUMN   ("Priority",           AppendPriority,           profileOf(entry), Priority),
+        VELMARA_UNGUARDED_TEXT("ProfileID",          AppendProfileId,          profileOf(entry), ProfileID),
+        VELMARA_UNGUARDED_TEXT("SignalClass",        AppendSignalClass,        profileOf(entry), SignalClass),
+        VELMARA_UNGUARDED_TEXT("TransmissionSystem", AppendTransmissionSystem, profileOf(entry), TransmissionSystem),
+        VELMARA_UNGUARDED_TEXT("ProfileName",        AppendProfileName,        profileOf(entry), ProfileName),
+        VELMARA_TEXT_COLUMN   ("ThreatClass",        AppendThreatClass,        profileOf(entry), ThreatClass),
     }};
     return format;
 }

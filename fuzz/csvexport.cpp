@@ -1,4 +1,5 @@
-/// Whatever lists a packed stream leaves, as CSV of every list type, which leaves them as they are.
+/// Whatever lists a packed stream leaves, as CSV of every list type, which leaves them as they are. Texts, names and
+/// times come back unless they are told as damaged.
 
 #include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/filehandling.h"
@@ -23,6 +24,50 @@ std::string stateOfCallers(const FrequencyStoreListHelper& lists)
     return state;
 }
 
+/// The columns that carry more than a number, and the members that they carry.
+constexpr struct
+{
+    const char* column;
+    const char* path;
+} carried[] = {
+    {"Type", "Type"},
+    {"Comment", "Comment"},
+    {"Antenna", "Antenna"},
+    {"AnalogDemod", "FFM_Settings/AnalogDemod"},
+    {"AFC", "FFM_Settings/Detail/AFC"},
+    {"Attenuation", "FFM_Settings/Detail/Attenuation"},
+    {"SquelchState", "FFM_Settings/Detail/SquelchState"},
+    {"DFSquelchMode", "DF_Settings/DFMode"},
+    {"Priority", "Profile_Data/Priority"},
+    {"ProfileID", "Profile_Data/ProfileID"},
+    {"SignalClass", "Profile_Data/SignalClass"},
+    {"TransmissionSystem", "Profile_Data/TransmissionSystem"},
+    {"ProfileName", "Profile_Data/ProfileName"},
+    {"ThreatClass", "Profile_Data/ThreatClass"},
+    {"LockState", "ResultList/Reason"},
+    {"SignalTime", "ResultList/ResultTime"},
+    {"StartTime", "Detection/StartTime"},
+    {"StopTime", "Detection/StopTime"},
+};
+
+/// Reads a file of which nothing was told as damaged; bad entries gave rows that are no entries.
+void requireCarried(const FrequencyStoreListHelper& lists, const QString& file)
+{
+    FrequencyStoreList read;
+    read.SetValidate(false);
+    const ImportReport report = FileHandling().ReadCSV(file, read, lists.GetListType(), BadRows::AreSkipped);
+    const QVector<FrequencyStoreEntry> after = std::as_const(read).GetFrequencyStoreEntry();
+    const QVector<FrequencyStoreEntry> before = lists.GetFrequencyStoreList().GetFrequencyStoreEntry();
+    require(report.isComplete && after.size() + report.skipped.size() == before.size(), "no row is lost");
+    if (!report.skipped.isEmpty())
+        return;
+    const QStringList columns = QString::fromUtf8(contentOf(file)).section('\n', 0, 0).split(';');
+    for (int i = 0; i < after.size(); ++i)
+        for (const auto& [column, path] : carried)
+            if (const QString value = valueAt(before[i], path); columns.contains(column) && value != "not set")
+                require(valueAt(after[i], path) == value, "what is not told as damaged comes back");
+}
+
 } // namespace
 
 void Velmara::fuzz::run(Input input)
@@ -37,7 +82,10 @@ void Velmara::fuzz::run(Input input)
         FrequencyStoreListHelper copy = lists;
         copy.SetListType(FrequencyStoreListHelper::ListType(type));
         const std::string before = stateOfCallers(copy);
-        handling.WriteCSV(path, copy);
+        const ExportReport report = handling.WriteCSV(path, copy);
         require(stateOfCallers(copy) == before, "an export leaves the lists as they are");
+        if (copy.GetListType() < FrequencyStoreListHelper::ListType::DetectionResult && report.isComplete
+            && report.damaged.isEmpty())
+            requireCarried(copy, path);
     }
 }

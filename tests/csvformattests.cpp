@@ -398,6 +398,131 @@ TEST_F(CsvFormats, TellWhatAnImportMet)
                                    "2 StopTime 2024-02-29T23:59:58,007Z", "3 StartTime now"}));
 }
 
+namespace {
+
+constexpr QChar highSurrogate = QChar(0xD83D), lowSurrogate = QChar(0xDCE1);
+
+/// Something in an entry that a format carries, or does not.
+struct Cargo
+{
+    ListType type;
+    const char* member; ///< the path to it
+    void (*load)(Entry& entry);
+    QString told; ///< column and damage, if it is not carried
+};
+
+QDateTime yearsOn(int year) { return QDateTime({year, 1, 1}, {0, 0}, Qt::UTC); }
+
+const Cargo cargoes[] = {
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment("a;b"); }, "Comment BrokenLine"},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment("c\nd"); }, "Comment BrokenLine"},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment("e\rf"); }, "Comment BrokenLine"},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment(highSurrogate); }, "Comment NoCharacter"},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment(QString(lowSurrogate) + highSurrogate); },
+     "Comment NoCharacter"},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment(QString(highSurrogate) + lowSurrogate); }, ""},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment(""); }, "Comment ReadAsUnset"},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment("---"); }, "Comment ReadAsUnset"},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment("--- "); }, ""},
+    {ListType::Suppress, "Comment", [](Entry& e) { e.SetComment(QString(QChar(0)) + "\"\t"); }, ""},
+    {ListType::Suppress, "Comment", [](Entry&) {}, ""},
+    {ListType::Suppress, "Type", [](Entry& e) { e.SetType(""); }, "Type ReadAsDashes"},
+    {ListType::Suppress, "Type", [](Entry& e) { e.SetType("---"); }, ""},
+    {ListType::Suppress, "Type", [](Entry& e) { e.SetType("#"); }, ""},
+    {ListType::NotePad, "FFM_Settings/AnalogDemod",
+     [](Entry& e) { e.GetFFM_Settings().SetAnalogDemod(FFM_Settings::AnalogDemod::USB); }, ""},
+    {ListType::NotePad, "FFM_Settings/AnalogDemod",
+     [](Entry& e) {
+         e.GetFFM_Settings().SetValidate(false);
+         e.GetFFM_Settings().SetAnalogDemod(FFM_Settings::AnalogDemod(99));
+     },
+     "AnalogDemod ReadAsUnset"},
+    {ListType::TargetList, "Profile_Data/Priority", [](Entry& e) { e.GetProfile_Data().SetPriority(""); },
+     "Priority ReadAsUnset"},
+    {ListType::TargetList, "Profile_Data/ThreatClass", [](Entry& e) { e.GetProfile_Data().SetThreatClass("---"); },
+     "ThreatClass ReadAsUnset"},
+    {ListType::TargetList, "Profile_Data/ProfileID", [](Entry& e) { e.GetProfile_Data().SetProfileID(""); },
+     "ProfileID ReadAsDashes"},
+    {ListType::TargetList, "Profile_Data/SignalClass", [](Entry& e) { e.GetProfile_Data().SetSignalClass("---"); }, ""},
+    {ListType::MemoryScan, "Antenna", [](Entry& e) { e.SetAntenna(""); }, "Antenna ReadAsUnset"},
+    {ListType::DataResults, "ResultList/Reason", [](Entry& e) { e.GetResultList().SetReason("---"); },
+     "LockState ReadAsUnset"},
+    {ListType::DataResults, "ResultList/ResultTime", [](Entry& e) { e.GetResultList().SetResultTime(yearsOn(9999)); },
+     ""},
+    {ListType::DataResults, "ResultList/ResultTime", [](Entry& e) { e.GetResultList().SetResultTime(yearsOn(10000)); },
+     "SignalTime ReadAsUnset"},
+    {ListType::DataResults, "ResultList/ResultTime", [](Entry& e) { e.GetResultList().SetResultTime(QDateTime()); },
+     "SignalTime ReadAsUnset"},
+    {ListType::DetectionConventional, "Detection/StartTime",
+     [](Entry& e) { e.GetDetection().SetStartTime(yearsOn(-1)); }, "StartTime ReadAsUnset"},
+    {ListType::DetectionConventional, "Detection/StopTime",
+     [](Entry& e) {
+         e.GetDetection().SetStartTime(yearsOn(1));
+         e.GetDetection().SetStopTime(yearsOn(2));
+     },
+     ""},
+    {ListType::DetectionConventional, "Detection/StopTime", [](Entry& e) { e.GetDetection().SetStopTime(yearsOn(2)); },
+     "StopTime ReadAsUnset"},
+    {ListType::DetectionConventional, "Detection/StopTime",
+     [](Entry& e) {
+         e.GetDetection().SetStartTime(yearsOn(1));
+         e.GetDetection().SetStopTime(yearsOn(12345));
+     },
+     "StopTime ReadAsUnset"},
+};
+
+QString nameOf(CsvDamage damage)
+{
+    switch (damage) {
+    case CsvDamage::LongLine: return "LongLine";
+    case CsvDamage::BrokenLine: return "BrokenLine";
+    case CsvDamage::NoCharacter: return "NoCharacter";
+    case CsvDamage::ReadAsUnset: return "ReadAsUnset";
+    case CsvDamage::ReadAsDashes: return "ReadAsDashes";
+    }
+    return {};
+}
+
+Entry plainEntry()
+{
+    Entry entry;
+    entry.SetType("t");
+    entry.GetFFM_Settings().GetFrequency().SetValue(1);
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(2);
+    Profile_Data& profile = entry.GetProfile_Data();
+    profile.SetProfileID("i");
+    profile.SetSignalClass("c");
+    profile.SetTransmissionSystem("s");
+    profile.SetProfileName("n");
+    return entry;
+}
+
+} // namespace
+
+TEST_F(CsvFormats, TellWhatTheyDoNotCarryAndThatAlone)
+{
+    for (const Cargo& cargo : cargoes) {
+        Entry entry = plainEntry();
+        cargo.load(entry);
+        FrequencyStoreListHelper helper;
+        helper.SetListType(cargo.type);
+        helper.GetFrequencyStoreList().AppendFrequencyStoreEntry(entry);
+        const ExportReport report = FileHandling().WriteCSV(path("out.csv"), helper);
+        QStringList told;
+        for (const CsvDamagedCell& cell : report.damaged)
+            told += cell.column + " " + nameOf(cell.damage);
+        const QString value = valueAt(entry, cargo.member);
+        EXPECT_EQ(told.join(", "), cargo.told) << cargo.member << value.toStdString();
+
+        FrequencyStoreList list;
+        FileHandling().ReadCSV(path("out.csv"), list, cargo.type);
+        const QVector<Entry> read = std::as_const(list).GetFrequencyStoreEntry();
+        const bool isCarried = read.size() == 1 && valueAt(read[0], cargo.member) == value;
+        EXPECT_EQ(isCarried, cargo.told.isEmpty()) << cargo.member << value.toStdString();
+        EXPECT_EQ(this->read("out.csv").contains('?'), cargo.told.contains("NoCharacter"));
+    }
+}
+
 TEST_F(CsvFormats, TellWhatAReaderWillNotGetBack)
 {
     const QString long_(20000, 'x');

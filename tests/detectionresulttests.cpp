@@ -432,10 +432,15 @@ TEST_F(DetectionFiles, StandInCsvAndAsStoreEntriesInXml)
     FrequencyStoreListHelper helper;
     helper.SetListType(FrequencyStoreListHelper::ListType::DetectionResult);
     sparse.SetModulation("a;b");
+    sparse.SetDecoder("---");
+    sparse.SetID("");
+    sparse.SetStartTime(QDateTime({12345, 1, 1}, {0, 0}, Qt::UTC));
+    sparse.SetStopTime(sparse.GetStartTime());
     helper.SetDetectionResultList(listOf({full, sparse}));
     const ExportReport report = files.WriteCSV(path("d.csv"), helper);
     EXPECT_EQ(report.entries, 2);
-    ASSERT_EQ(report.damaged.size(), 1);
-    EXPECT_EQ(report.damaged[0].line, 3);
-    EXPECT_EQ(report.damaged[0].column, "Modulation");
+    QStringList damaged;
+    for (const CsvDamagedCell& cell : report.damaged)
+        damaged += QString("%1 %2 %3").arg(cell.line).arg(cell.column).arg(cell.damage == CsvDamage::ReadAsUnset);
+    EXPECT_EQ(damaged, QStringList({"3 ID 1", "3 StartTime 1", "3 StopTime 1", "3 Modulation 0", "3 Decoders 1"}));
 }

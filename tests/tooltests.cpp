@@ -416,6 +416,20 @@ TEST_F(Tool, GoesOnBehindWhatGivesNoEntryIfThatIsWanted)
         EXPECT_EQ(run(QString(line) + " --type MemoryScan --skip-bad").status, 0) << line;
 }
 
+TEST_F(Tool, TellsWhatATableDoesNotCarry)
+{
+    writeXml("a.xml", QByteArray(tower).replace("Tower", "a b").repeated(11) + tower);
+    QByteArray document = read("a.xml").replace("<Comment>a b<", "<Comment>a;b<").replace(">Tower<", "><");
+    write("lossy.xml", document.replace(document.lastIndexOf(">airband<"), 9, ">---<"));
+    const QStringList warnings = run("convert lossy.xml a.csv --type MemoryScan").errors.split('\n');
+    ASSERT_EQ(warnings.size(), 13);
+    EXPECT_EQ(warnings[0], "velmara: warning: a.csv, line 2, column 'Comment', cell 'a;b': a separator or a line end "
+                           "within a cell breaks the line for a reader.");
+    EXPECT_EQ(warnings[10], "velmara: warning: a.csv: the same in 1 more places.");
+    EXPECT_EQ(warnings[11], "velmara: warning: a.csv, line 13, column 'Comment', cell '---': a reader takes this for "
+                            "a value that is not set.");
+}
+
 TEST_F(Tool, TellsDifferences)
 {
     write("a.csv", heading + tower + marine);

@@ -116,11 +116,26 @@ QStringList countsOf(const QVector<ReducedResult>& results)
     return texts;
 }
 
-QString reasonOf(const CsvCell& damaged)
+QString reasonOf(CsvDamage damage)
 {
-    return damaged.column.isEmpty()
-             ? QStringLiteral("the line is longer than a reader takes.")
-             : QStringLiteral("a separator or a line end within a cell breaks the line for a reader.");
+    switch (damage) {
+    case CsvDamage::LongLine: return QStringLiteral("the line is longer than a reader takes.");
+    case CsvDamage::BrokenLine:
+        return QStringLiteral("a separator or a line end within a cell breaks the line for a reader.");
+    case CsvDamage::NoCharacter: return QStringLiteral("half a surrogate pair is no character; a reader gets '?'.");
+    case CsvDamage::ReadAsUnset: return QStringLiteral("a reader takes this for a value that is not set.");
+    case CsvDamage::ReadAsDashes: return QStringLiteral("the text is empty, and a reader gets '---'.");
+    }
+    return {};
+}
+
+QVector<Remark> remarksOn(const ExportReport& report, CsvDamage damage)
+{
+    QVector<Remark> remarks;
+    for (const CsvDamagedCell& cell : report.damaged)
+        if (cell.damage == damage)
+            remarks += {cell, reasonOf(damage)};
+    return remarks;
 }
 
 } // namespace
@@ -186,10 +201,10 @@ QStringList lossesIn(const QString& file, const ConversionReport& report)
 
 QStringList warningsOf(const QString& file, const ExportReport& report)
 {
-    QVector<Remark> remarks;
-    for (const CsvCell& cell : report.damaged)
-        remarks += {cell, reasonOf(cell)};
-    QStringList warnings = warningsOf(file, remarks, fewRemarks);
+    QStringList warnings;
+    for (const CsvDamage damage : {CsvDamage::LongLine, CsvDamage::BrokenLine, CsvDamage::NoCharacter,
+                                   CsvDamage::ReadAsUnset, CsvDamage::ReadAsDashes})
+        warnings += warningsOf(file, remarksOn(report, damage), fewRemarks);
     if (!report.untuned.isEmpty())
         warnings += placeOf(file, {report.untuned.first(), {}, {}})
                   + QStringLiteral("%1 from here on without a fixed frequency, which a reader gets as 0.")
