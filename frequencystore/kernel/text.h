@@ -61,7 +61,7 @@ void assignText(const ITallyObject& self, RecordData& data, const Member& m, T& 
 }
 
 /// Whether a member of this type is written, in every form.
-template <class T> VELMARA_FOLDED bool isWritten(const RecordData& data, const Member& m)
+template <class T> VELMARA_FOLDED inline bool isWritten(const RecordData& data, const Member& m)
 {
     constexpr bool byBitAlone = std::is_same_v<T, bool> || IsRecord<T>;
     return data.isChosen(m) && (data.isSet(m) || (!byBitAlone && m.need != Member::Need::Optional));
