@@ -53,7 +53,7 @@ struct RefusedResult
 /// What an entry does not take over of its detection result.
 struct ReducedResult
 {
-    int index = -1; ///< the place of the result in the list, counted from 0
+    int index = -1;      ///< the place of the result in the list, counted from 0
     QString id;          ///< its ID
     QStringList members; ///< such as "ID", or "Bandwidth/Min" where others of the same child are taken over
 };
