@@ -89,7 +89,8 @@ void addLists(const Seeds& seeds, const QFileInfo& file)
     FrequencyStoreListHelper lists;
     lists.SetXmlString(document, false) || lists.GetFrequencyStoreList().SetXmlString(document, false)
         || lists.GetDetectionResultList().SetXmlString(document, false);
-    seeds.add("csvexport", file.baseName(), '\0' + packed(lists));
+    for (int type = 0; type < FrequencyStoreListHelper::GetListTypes().size(); ++type)
+        seeds.add("csvexport", file.baseName() + '.' + QString::number(type), char(type << 1) + packed(lists));
 }
 
 template <class R> void addRandom(const Seeds& seeds, Subject& subject)
