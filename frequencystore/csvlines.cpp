@@ -42,7 +42,7 @@ QString readText(const QString& fileName, bool& isMisencoded)
     QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
     QTextCodec::ConverterState state; // drops a character that the end of the file cuts
     QString text = QTextCodec::codecForUtfText(content, utf8)->toUnicode(content.constData(), content.size(), &state);
-    isMisencoded = state.invalidChars > 0;
+    isMisencoded = state.invalidChars > 0 || state.remainingChars > 0;
     text.remove(u'\r'); // of which the bytes may stand in other characters
     return text;
 }

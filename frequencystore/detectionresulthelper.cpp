@@ -193,13 +193,15 @@ Draft withDemodulator(const DetectionResult& result)
     Demodulator_Settings& settings = draft.entry.GetDemodulator_Settings();
     settings.SetFrequencyOffset(0.0);
     const QStringList decoders = result.GetDecoder().split(QLatin1Char(','), Qt::SkipEmptyParts);
-    if (!decoders.isEmpty())
+    if (!decoders.isEmpty()) {
         settings.GetDecoder().SetValue(decoders.toVector());
+        draft.taken.append("Decoder");
+    }
     if (!result.GetDemodulatorRawParameters().isEmpty())
         settings.SetParameters(result.GetDemodulatorRawParameters());
     settings.SetMode(modulation.mode);
     modulation.fill(settings, result);
-    draft.taken.append("Confidence, Decoder, DemodulatorRawParameters, Modulation");
+    draft.taken.append("Confidence, DemodulatorRawParameters, Modulation");
     draft.taken.append(modulation.taken);
     return draft;
 }
@@ -257,6 +259,15 @@ void checkWholly(const ITallyObject& record, const RecordDescription& descriptio
     record.Check();
 }
 
+/// Throws if the store that takes the entry could not be saved then.
+void demandWritable(const FrequencyStoreEntry& entry)
+{
+    checkWholly(entry, kernel::Record<FrequencyStoreEntry>::description());
+    for (const WrittenForm form : {WrittenForm::Xml, WrittenForm::Tagged})
+        if (const QString uncarried = entry.FindUncarried(form); !uncarried.isNull())
+            throw OutOfRangeException(uncarried);
+}
+
 /// Takes over what the list itself tells; false if the store declines the heading entry.
 bool appendHeading(const DetectionResultList& results, FrequencyStoreList& store)
 {
@@ -288,7 +299,7 @@ void appendResult(const DetectionResult& result, int index, FrequencyStoreList& 
     try {
         const Draft draft = draftOf(result);
         if (store.GetValidate())
-            checkWholly(draft.entry, kernel::Record<FrequencyStoreEntry>::description());
+            demandWritable(draft.entry);
         store.AppendFrequencyStoreEntry(draft.entry);
         ++report.entries;
         if (const QStringList members = leftOut(result, draft.taken); !members.isEmpty())

@@ -20,7 +20,8 @@ public:
     /// Left out is what a result holds and its entry does not; an empty text is not missed. With a modulation, a result
     /// loses its ID and those values that the demodulator has no place for; without, its confidence and all that
     /// belongs to a demodulator. Both lose the bounds of the bandwidth, the bearing unless both coordinates are set,
-    /// and receiver settings that cannot be read. The heading is not converted where the store declines its entry.
+    /// and receiver settings that cannot be read; of those that can, its own frequency, bandwidth and level take the
+    /// place, which is not told. The heading is not converted where the store declines its entry.
     static ConversionReport Convert(DetectionResultList const& results, FrequencyStoreList& store,
                                     BadResults badResults = BadResults::EndConversion);
     /// Refers to the same lists, without another conversion.

@@ -34,7 +34,7 @@ struct ImportReport
     BadRows badRows = BadRows::EndReading; ///< as the caller wanted it
     QVector<CsvBadRow> skipped;            ///< the bad rows, if they are skipped
 
-    bool isMisencoded = false;   ///< whether bytes are no characters of the file's encoding, read as U+FFFD
+    bool isMisencoded = false;   ///< whether bytes are no characters of the file's encoding: U+FFFD, or cut off
     int emptyLine = 0;           ///< the empty line that ended the data although more stand behind it; 0 if none did
     QVector<CsvCell> misread;    ///< cells not of their column's form, read as 0 or false or passed over
     QStringList unknownColumns;  ///< those of the file that the list type does not have

@@ -342,6 +342,19 @@ TEST_F(CsvFormats, LeaveTheCallersListsAsTheyWere)
     EXPECT_EQ(stateOf(empty), "-");
 }
 
+TEST_F(CsvFormats, TellOfBytesThatAreNoCharacters)
+{
+    const QByteArray table = "Type;Frequency;IFBandwidth;Comment\na;1;1;b";
+    const std::pair<QByteArray, bool> ends[]
+        = {{"\xC3\xA4", false}, {"\xC3\xA4\n", false}, {"\xC3", true}, {"\xC3\n", true}, {"\xE2\x82", true}};
+    for (const auto& [end, isMisencoded] : ends) {
+        FrequencyStoreList list;
+        const ImportReport report = FileHandling().ReadCSV(write("b.csv", table + end), list, ListType::NotePad);
+        EXPECT_EQ(report.entries, 1);
+        EXPECT_EQ(report.isMisencoded, isMisencoded) << end.toHex().toStdString();
+    }
+}
+
 TEST_F(CsvFormats, TellWhatAnImportMet)
 {
     const auto reported = [&](const QByteArray& text, ListType type, int entries) {

@@ -329,15 +329,22 @@ TEST_F(DetectionFiles, FailuresPassOverTheOtherResultsIfThatIsWanted)
         return r;
     };
     DetectionResult noShift = named("a", "FSK2"), noRate = named("b", "PSK8A"), noFrequency = named("c", nullptr);
+    DetectionResult control = named("e", nullptr), future = named("f", "ASK2"), separators = named("g", "ASK2");
+    control.SetType(QString(QChar(1)));
+    future.SetStartTime(QDateTime({12020, 1, 1}, {1, 0}, Qt::UTC));
+    separators.SetDecoder(",,");
     noShift.ResetShift();
     noRate.ResetBaudrate();
     noFrequency.GetFrequency().ResetValue();
-    const DetectionResultList list
-        = listOf({result(), noShift, noRate, noFrequency, named("d", "ASK2"), DetectionResult(), result()});
+    const DetectionResultList list = listOf({result(), noShift, noRate, noFrequency, named("d", "ASK2"),
+                                             DetectionResult(), result(), control, future, separators});
     const QString incomplete = ": Tried to append not completely defined or invalid item ";
-    const QStringList refusals{"1 a FSK_Settings" + incomplete + "Shift.", "2 b Baudrate: Please set Value properly.",
+    const QStringList refusals{"1 a FSK_Settings" + incomplete + "Shift.",
+                               "2 b Baudrate: Please set Value properly.",
                                "3 c Frequency: Please set Value properly.",
-                               "5  FrequencyStoreEntry: Please set ID properly (origin: Setter)."};
+                               "5  FrequencyStoreEntry: Please set ID properly (origin: Setter).",
+                               "7 e Type: A character that XML cannot carry.",
+                               "8 f Detection/StartTime: A date-time that has no text."};
 
     FrequencyStoreList strict;
     ConversionReport report = DetectionResultHelper::Convert(list, strict);
@@ -351,8 +358,8 @@ TEST_F(DetectionFiles, FailuresPassOverTheOtherResultsIfThatIsWanted)
     FrequencyStoreList store;
     report = DetectionResultHelper::Convert(list, store, BadResults::AreSkipped);
     EXPECT_TRUE(report.isComplete && report.error.isEmpty());
-    EXPECT_EQ(report.entries, 3);
-    EXPECT_EQ(std::as_const(store).GetFrequencyStoreEntry().size(), 3);
+    EXPECT_EQ(report.entries, 4);
+    EXPECT_EQ(std::as_const(store).GetFrequencyStoreEntry().size(), 4);
     EXPECT_TRUE(store.SaveXml(path("d.xml")));
     QStringList refused;
     for (const RefusedResult& each : report.refused)
@@ -360,7 +367,8 @@ TEST_F(DetectionFiles, FailuresPassOverTheOtherResultsIfThatIsWanted)
     EXPECT_EQ(refused, refusals);
     EXPECT_EQ(report.failed.index, -1);
     EXPECT_EQ(report.heading, QStringList({"Comment", "ID", "Type"}));
-    ASSERT_EQ(report.reduced.size(), 3);
+    ASSERT_EQ(report.reduced.size(), 4);
+    EXPECT_TRUE(report.reduced[3].members.contains("Decoder"));
     EXPECT_EQ(report.reduced[1].index, 4);
     EXPECT_EQ(report.reduced[1].id, "d");
     EXPECT_EQ(report.reduced[1].members, QStringList({"ID", "Shift"}));
@@ -381,7 +389,7 @@ TEST_F(DetectionFiles, FailuresPassOverTheOtherResultsIfThatIsWanted)
     EXPECT_EQ(report.failed.index, -1);
     EXPECT_EQ(report.entries, 0);
     static_cast<DetectionResultList&>(siteList) = list;
-    EXPECT_EQ(DetectionResultHelper::Convert(siteList, store, BadResults::AreSkipped).reduced.size(), 3);
+    EXPECT_EQ(DetectionResultHelper::Convert(siteList, store, BadResults::AreSkipped).reduced.size(), 4);
 }
 
 TEST_F(DetectionFiles, StandInCsvAndAsStoreEntriesInXml)

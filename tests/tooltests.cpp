@@ -331,7 +331,7 @@ TEST_F(Tool, ChecksEveryEntry)
     EXPECT_TRUE(run("show many.csv --type MemoryScan").errors.endsWith("the same in 2 more places.\n"));
     write("odd.csv", heading + QByteArray(tower).replace(";8;", ";much;").replace("Tower", "T\xfcr"));
     EXPECT_EQ(run("check odd.csv --type MemoryScan").output,
-              "odd.csv: not all of it is in UTF-8; what is not became U+FFFD.\n"
+              "odd.csv: not all of it is in UTF-8; what is not became U+FFFD, or nothing at the end.\n"
               "odd.csv, line 2, column 'SquelchValue', cell 'much': not in the form of its column, and not read as it "
               "stands.\n"
               "odd.csv: 1 entry, 2 faults\n");
