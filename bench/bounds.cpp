@@ -227,6 +227,13 @@ Input manyAttributes(int size)
     return {document + "/>"};
 }
 
+/// The same in an encoding in which the search for it would see no tag.
+Input manyHiddenAttributes(int size)
+{
+    QByteArray document = manyAttributes(size).bytes;
+    return {"<?xml version='1.0' encoding='UTF-7'?>" + document.replace(0, 1, "+ADw-")};
+}
+
 Input manyNamespaces(int size)
 {
     QByteArray document = "<FrequencyStoreList xmlns:a='a'>";
@@ -260,6 +267,7 @@ const Case cases[] = {
     {"XML, elements nested", false, [](int size) { return filled(size, list, "<a>", {}); }, readXml, entriesIn,
      unended},
     {"XML, attributes of one element", false, manyAttributes, readXml, entriesIn, "too many attributes"},
+    {"XML, the same in UTF-7", false, manyHiddenAttributes, readXml, entriesIn, "'UTF-7' is not accepted"},
     {"XML, namespaces nested", false, manyNamespaces, readXml, entriesIn, unended},
     {"XML, one text", false, [](int size) { return filled(size, list + "<Name>", "a", "</Name>" + end); }, readXml,
      lettersIn},
