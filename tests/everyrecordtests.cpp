@@ -206,7 +206,8 @@ TYPED_TEST(EveryRecord, StaysAsItWasIfAPackedStreamIsOfAnotherVersion)
 {
     if constexpr (IsVersioned<TypeParam>) {
         QByteArray foreign = packed(RandomFiller(6).make<TypeParam>());
-        foreign[bytesOfBits<Record<TypeParam>::template Layout<TypeParam>::count> + 5] = '9';
+        using Data = std::remove_reference_t<decltype(Record<TypeParam>::layout(TypeParam()))>;
+        foreign[bytesOfBits<Data::count> + 5] = '9';
         TypeParam record = RandomFiller(7).setEverything().make<TypeParam>();
         const QByteArray before = packed(record);
         EXPECT_THROW(readPacked(record, foreign), BinaryParsingException);
