@@ -162,7 +162,8 @@ QStringList warningsOf(const QString& file, const ImportReport& report, Extent e
 {
     QStringList warnings;
     if (report.isMisencoded)
-        warnings += file + QStringLiteral(": not all of it is in UTF-8; what is not became U+FFFD, or nothing at the end.");
+        warnings
+            += file + QStringLiteral(": not all of it is in UTF-8; what is not became U+FFFD, or nothing at the end.");
     if (report.emptyLine > 0)
         warnings += placeOf(file, {report.emptyLine, {}, {}})
                   + QStringLiteral("the data end at this empty line; what stands behind it was not read.");
