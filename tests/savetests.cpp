@@ -41,7 +41,7 @@ template <class... Argument> int refusedOr(bool isRefused, int error, long call,
 extern "C" Q_DECL_EXPORT int fdatasync(int file) { return refusedOr(isSyncFailing, ENOSPC, SYS_fdatasync, file); }
 
 /// What asks the disk for room.
-extern "C" Q_DECL_EXPORT int posix_fallocate(int file, off_t from, off_t size) noexcept
+extern "C" Q_DECL_EXPORT int posix_fallocate(int file, off_t from, off_t size)
 {
     return refusedOr(reserveError != 0, reserveError, SYS_fallocate, file, 0, from, size) == 0 ? 0 : errno;
 }
