@@ -1,7 +1,7 @@
 #include "frequencystore/csvfileloader.h"
 
-#include "frequencystore/csvlines.h"
-#include "frequencystore/csvtext.h"
+#include "frequencystore/csv/loader.h"
+#include "frequencystore/csv/text.h"
 
 #include <QTextStream>
 
@@ -52,27 +52,25 @@ void CSVFileLoader::LoadFile(QString const& fileName)
     bool isMisencoded = false;
     const QString text = csv::readText(fileName, isMisencoded);
     csv::TextLines lines(text);
-    csv::TableReader reader(lines, fileName, m_lastLine);
-    load(reader);
-    m_hasDataBehindEnd = reader.hasDataBehindEnd();
+    load(lines, fileName);
+    m_hasDataBehindEnd = lines.haveContent();
 }
 
 void CSVFileLoader::LoadFile(QTextStream& stream, QString const& name)
 {
-    const QString source = name.isEmpty() ? QStringLiteral("Stream") : name;
     StreamLines lines(stream);
-    csv::TableReader reader(lines, source, m_lastLine);
-    load(reader);
+    load(lines, name.isEmpty() ? QStringLiteral("Stream") : name);
 }
 
-void CSVFileLoader::load(csv::TableReader& reader)
+void CSVFileLoader::load(csv::Lines& lines, QString const& source)
 {
     m_hasDataBehindEnd = false;
-    for (const QString& name : csv::cellsOf(reader.header()))
+    csv::Loader loader(lines, source, m_lastLine);
+    for (const QString& name : loader.columns())
         m_columns.append(CSVColumn(name));
     QVector<QStringView> cells;
-    while (reader.readRow(m_columns.size())) {
-        csv::split(reader.row(), cells);
+    while (loader.readRow(m_columns.size())) {
+        csv::split(loader.row(), cells);
         for (int i = 0; i < cells.size(); ++i)
             m_columns[i].AddValue(cells[i].toString());
         m_lines.append(m_lastLine);

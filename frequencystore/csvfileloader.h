@@ -10,7 +10,7 @@ class QTextStream;
 namespace Velmara {
 
 namespace csv {
-class TableReader;
+class Lines;
 }
 
 /// One column of a CSV file: its text in the header line and one value per row.
@@ -77,7 +77,7 @@ public:
 
 private:
     bool Exist(QString const& name);
-    void load(csv::TableReader& reader);
+    void load(csv::Lines& lines, QString const& source);
 
     QVector<CSVColumn> m_columns;
     QVector<int> m_lines;

@@ -1,6 +1,7 @@
 #include "frequencystore/detectionresulthelper.h"
 
 #include "base/exceptions.h"
+#include "frequencystore/csv/format.h"
 #include "frequencystore/kernel/description.h"
 #include "frequencystore/readable.h"
 #include "frequencystore/reported.h"
@@ -328,6 +329,17 @@ DetectionResultHelper::DetectionResultHelper(DetectionResultList& results, Frequ
 
 DetectionResultHelper::DetectionResultHelper(DetectionResultHelper const&) = default;
 DetectionResultHelper::~DetectionResultHelper() = default;
+
+QString DetectionResultHelper::GetCSVString() const
+{
+    ExportReport report;
+    return GetCSVString(report);
+}
+
+QString DetectionResultHelper::GetCSVString(ExportReport& report) const
+{
+    return csv::write(csv::formatOfResults(), readable(m_results).GetDetectionResult(), report);
+}
 
 ConversionReport DetectionResultHelper::Convert(DetectionResultList const& results, FrequencyStoreList& store,
                                                 BadResults badResults)

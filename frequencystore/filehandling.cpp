@@ -3,15 +3,11 @@
 #include "base/exceptions.h"
 #include "base/files.h"
 #include "base/logger.h"
-#include "frequencystore/csvformat.h"
-#include "frequencystore/csvtext.h"
+#include "frequencystore/csv/format.h"
 #include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/readable.h"
 #include "frequencystore/reported.h"
 #include "frequencystore/trace.h"
-
-#include <algorithm>
-#include <iterator>
 
 using namespace TALLYFORM;
 
@@ -34,6 +30,19 @@ QString placeOf(const CsvCell& cell, const QString& file)
     if (!cell.column.isEmpty())
         place += QStringLiteral(", column '%1'").arg(cell.column);
     return place;
+}
+
+void writeText(const QString& file, QString text)
+{
+#ifdef Q_OS_WIN
+    text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+#endif
+    QString reason;
+    switch (SaveFile(file, text.toUtf8(), reason)) {
+    case SaveResult::Saved: return;
+    case SaveResult::NotOpened: throw TallyException(QStringLiteral("Can't open file for writing: '%1'").arg(file));
+    default: throw TallyException(QStringLiteral("Can't write file: '%1' (%2)").arg(file, reason));
+    }
 }
 
 } // namespace
@@ -67,7 +76,7 @@ bool FileHandling::ExportFrequencyStoreList(bool csv, QString const& file, Detec
     if (!csv)
         return ExportXml(file, store);
     try {
-        WriteToFile(file, conversion.GetCSVString());
+        writeText(file, conversion.GetCSVString());
         return true;
     } catch (const TallyFormException& failure) {
         return refuse(
@@ -118,20 +127,6 @@ bool FileHandling::ExportCSV(QString const& file, FrequencyStoreListHelper& help
                   __LINE__);
 }
 
-bool FileHandling::ExportCSV(QString const& file, QString const& xml, ListType type)
-{
-    try {
-        FrequencyStoreListHelper helper;
-        helper.GetFrequencyStoreList().SetXmlString(xml, false);
-        if (helper.IsValidListType(type))
-            helper.SetListType(type);
-        return ExportCSV(file, helper);
-    } catch (const TallyException& failure) {
-        return refuse(QStringLiteral("Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
-                      __LINE__);
-    }
-}
-
 bool FileHandling::ExportXml(QString const& file, FrequencyStoreList& list)
 {
     try {
@@ -144,82 +139,39 @@ bool FileHandling::ExportXml(QString const& file, FrequencyStoreList& list)
     }
 }
 
-bool FileHandling::ExportXml(QString const& file, QString const& text)
-{
-    try {
-        WriteToFile(file, text);
-        return true;
-    } catch (const TallyException& failure) {
-        return refuse(
-            QStringLiteral("ExportXml:: Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
-            __LINE__);
-    }
-}
-
-const FileHandling::Exchange& FileHandling::exchangeOf(ListType type)
-{
-    static constexpr Exchange exchanges[] = {
-        {ListType::NotePad, &FileHandling::ExportNotePad, &FileHandling::ImportNotePad},
-        {ListType::Suppress, &FileHandling::ExportSuppress, &FileHandling::ImportSuppress},
-        {ListType::TargetList, &FileHandling::ExportTargetList, &FileHandling::ImportTargetList},
-        {ListType::DataResults, &FileHandling::ExportDataResults, &FileHandling::ImportDataResults},
-        {ListType::NOIFrequencies, &FileHandling::ExportNOI, &FileHandling::ImportNOI},
-        {ListType::DetectionConventional, &FileHandling::ExportDetectionConventional,
-         &FileHandling::ImportDetectionConventional},
-        {ListType::MemoryScan, &FileHandling::ExportMemoryScan, &FileHandling::ImportMemoryScan},
-        {ListType::DetectionResult, &FileHandling::ExportDetectionResult, nullptr},
-    };
-    const auto exchange = std::find_if(std::begin(exchanges), std::end(exchanges),
-                                       [type](const Exchange& candidate) { return candidate.type == type; });
-    if (exchange == std::end(exchanges))
-        throw TallyException(QStringLiteral("There is no CSV format for the list type '%1'.")
-                                 .arg(FrequencyStoreListHelper().ListTypeToName(type)));
-    return *exchange;
-}
-
 ImportReport FileHandling::ReadCSV(QString const& file, FrequencyStoreList& list, ListType type, BadRows badRows)
 {
     return reported<ImportReport>([&](ImportReport& report) {
         report.badRows = badRows;
-        const auto read = exchangeOf(type).read;
-        if (!read)
+        if (type == ListType::DetectionResult)
             throw TallyException(QStringLiteral("detection results not imported"));
-        (this->*read)(file, list, report);
+        csv::read(csv::formatOf(type), file, list, report);
     });
 }
 
 ExportReport FileHandling::WriteCSV(QString const& file, FrequencyStoreListHelper& helper)
 {
-    return reported<ExportReport>(
-        [&](ExportReport& report) { (this->*exchangeOf(readable(helper).GetListType()).write)(file, helper, report); });
+    return reported<ExportReport>([&](ExportReport& report) {
+        const ListType type = readable(helper).GetListType();
+        if (type != ListType::DetectionResult) {
+            const FrequencyStoreList& list = readable(std::as_const(helper).GetFrequencyStoreList());
+            writeText(file, csv::write(csv::formatOf(type), list.GetFrequencyStoreEntry(), report));
+            return;
+        }
+        const DetectionResultHelper conversion(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
+        writeText(file, conversion.GetCSVString(report));
+    });
 }
 
-void FileHandling::ExportDetectionResult(QString const& file, FrequencyStoreListHelper& helper, ExportReport& report)
+QVector<CsvColumnDescription> FileHandling::DescribeCSV(ListType type)
 {
-    const DetectionResultHelper conversion(helper.GetDetectionResultList(), helper.GetFrequencyStoreList());
-    WriteToFile(file, conversion.GetCSVString(report));
-}
-
-void FileHandling::SetCSVItem(QString& item, QString& line, bool last)
-{
-    line += item.isEmpty() ? csv::absent() : item;
-    line += QLatin1Char(';');
-    if (last)
-        line += QLatin1Char('\n');
-}
-
-void FileHandling::WriteToFile(QString const& file, QString const& text)
-{
-    QString lines = text;
-#ifdef Q_OS_WIN
-    lines.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
-#endif
-    QString reason;
-    switch (SaveFile(file, lines.toUtf8(), reason)) {
-    case SaveResult::Saved: return;
-    case SaveResult::NotOpened: throw TallyException(QStringLiteral("Can't open file for writing: '%1'").arg(file));
-    default: throw TallyException(QStringLiteral("Can't write file: '%1' (%2)").arg(file, reason));
-    }
+    const auto describe = [](const auto& format) {
+        QVector<CsvColumnDescription> descriptions;
+        for (const auto& column : format.columns)
+            descriptions.append({column.name, column.member, column.form});
+        return descriptions;
+    };
+    return type == ListType::DetectionResult ? describe(csv::formatOfResults()) : describe(csv::formatOf(type));
 }
 
 } // namespace Velmara

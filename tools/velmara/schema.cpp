@@ -23,6 +23,8 @@ const QVector<Writer>& writers()
         {QStringLiteral("xsd"), QStringLiteral("As a schema, for programs that validate or edit XML."), recordsAsXsd},
         {QStringLiteral("markdown"), QStringLiteral("As a page to read."), recordsAsMarkdown},
         {QStringLiteral("json"), QStringLiteral("As data, for programs."), recordsAsJson},
+        {QStringLiteral("csv"), QStringLiteral("The columns of CSV files instead, as a page to read."),
+         columnsAsMarkdown},
     };
     return all;
 }
@@ -39,7 +41,7 @@ const Writer& chosenWriter(const CommandLine& line)
         chosen = &writer;
     }
     if (!chosen)
-        throw UsageError(QStringLiteral("say in which form: --xsd, --markdown or --json."));
+        throw UsageError(QStringLiteral("say in which form: --xsd, --markdown, --json or --csv."));
     return *chosen;
 }
 

@@ -7,6 +7,8 @@
 QString recordsAsXsd();
 QString recordsAsMarkdown();
 QString recordsAsJson();
+/// The columns of all CSV formats, as a page to read.
+QString columnsAsMarkdown();
 
 /// The words that the page and the data share.
 QString wordFor(Velmara::MemberDescription::Kind kind);

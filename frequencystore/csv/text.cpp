@@ -1,4 +1,4 @@
-#include "frequencystore/csvtext.h"
+#include "frequencystore/csv/text.h"
 
 namespace Velmara::csv {
 

@@ -1,17 +1,15 @@
-/// The one reader of all CSV formats of store lists, which walks their tables.
-
-#include "frequencystore/csvformat.h"
+#include "frequencystore/csv/format.h"
 
 #include "base/converters.h"
 #include "base/exceptions.h"
-#include "frequencystore/csvlines.h"
-#include "frequencystore/csvtext.h"
+#include "frequencystore/csv/loader.h"
+#include "frequencystore/csv/text.h"
 
 #include <algorithm>
 
 using namespace TALLYFORM;
 
-namespace Velmara {
+namespace Velmara::csv {
 
 double CellText::number() { return kernel::toDouble(m_text, &m_isOfForm); }
 int CellText::integer() { return kernel::toInt(m_text, &m_isOfForm); }
@@ -30,14 +28,16 @@ QDateTime CellText::time()
     return time;
 }
 
+namespace {
+
+using Entry = FrequencyStoreEntry;
+
 /// A column that a file has, and its place in a row.
-struct FileHandling::Found
+struct Found
 {
-    const Column* column;
+    const Column<Entry>* column;
     int place;
 };
-
-namespace {
 
 /// A CSV file in memory.
 struct Table
@@ -64,12 +64,12 @@ void skipBadRow(const CsvCell& place, const TallyException& failure, ImportRepor
 }
 
 /// Whether there is one more row, which is in the table then unless it is bad.
-bool loadRow(csv::TableReader& reader, const int& line, Table& table, ImportReport& report)
+bool loadRow(Loader& loader, const int& line, Table& table, ImportReport& report)
 {
     try {
-        if (!reader.readRow(table.columns.size()))
+        if (!loader.readRow(table.columns.size()))
             return false;
-        table.rows.append({reader.row(), line});
+        table.rows.append({loader.row(), line});
     } catch (const TallyException& failure) {
         skipBadRow({line, {}, {}}, failure, report);
     }
@@ -81,12 +81,12 @@ Table load(const QString& file, ImportReport& report)
     Table table;
     int line = 0;
     try {
-        table.text = csv::readText(file, report.isMisencoded);
-        csv::TextLines lines(table.text);
-        csv::TableReader reader(lines, file, line);
-        table.columns = csv::cellsOf(reader.header());
-        while (loadRow(reader, line, table, report)) {}
-        if (reader.hasDataBehindEnd())
+        table.text = readText(file, report.isMisencoded);
+        TextLines lines(table.text);
+        Loader loader(lines, file, line);
+        table.columns = loader.columns();
+        while (loadRow(loader, line, table, report)) {}
+        if (lines.haveContent())
             report.emptyLine = line;
     } catch (const TallyException&) {
         report.failed.line = line;
@@ -95,15 +95,12 @@ Table load(const QString& file, ImportReport& report)
     return table;
 }
 
-} // namespace
-
-QVector<FileHandling::Found> FileHandling::findColumns(const QStringList& names, const Format& format,
-                                                       ImportReport& report)
+QVector<Found> findColumns(const QStringList& names, const Format<Entry>& format, ImportReport& report)
 {
     QVector<Found> found;
     report.unknownColumns = names;
     report.unknownColumns.removeAll(QString()); // what stands behind a trailing separator
-    for (const Column& column : format.columns) {
+    for (const Column<Entry>& column : format.columns) {
         if (names.count(column.name) > 1)
             report.repeatedColumns.append(column.name);
         if (const int place = names.indexOf(column.name); place >= 0)
@@ -112,16 +109,14 @@ QVector<FileHandling::Found> FileHandling::findColumns(const QStringList& names,
             report.missingColumns.append(column.name);
         report.unknownColumns.removeAll(column.name);
     }
-    const Column& first = format.columns.first();
+    const Column<Entry>& first = format.columns.first();
     if (found.isEmpty() || found.first().column != &first)
         throw TallyException(QStringLiteral("The column '%1' is missing.").arg(first.name));
     return found;
 }
 
-namespace {
-
 /// Appends as AppendFrequencyStoreEntry does, which copies the entry and all that it holds.
-void append(FrequencyStoreList& list, FrequencyStoreEntry&& entry)
+void append(FrequencyStoreList& list, Entry&& entry)
 {
     if (entry.HasData())
         list.GetFrequencyStoreEntry().append(std::move(entry));
@@ -129,37 +124,18 @@ void append(FrequencyStoreList& list, FrequencyStoreEntry&& entry)
         list.AppendFrequencyStoreEntry(entry); // which may refuse it
 }
 
-} // namespace
-
-void FileHandling::readFormat(QString const& file, FrequencyStoreList& list, const Format& format, ImportReport& report)
-{
-    const Table table = load(file, report);
-    const QVector<Found> found = findColumns(table.columns, format, report);
-    QVector<QStringView> cells;
-    for (const Table::Row& row : table.rows) {
-        CsvCell place{row.line, {}, {}};
-        try {
-            csv::split(row.cells, cells);
-            append(list, readRow(found, cells, format, place, report));
-            ++report.entries;
-        } catch (const TallyException& failure) {
-            skipBadRow(place, failure, report);
-        }
-    }
-}
-
 /// Reads an entry; if that fails, `place` tells the cell at fault.
-FrequencyStoreEntry FileHandling::readRow(const QVector<Found>& found, const QVector<QStringView>& cells,
-                                          const Format& format, CsvCell& place, ImportReport& report)
+Entry readRow(const QVector<Found>& found, const QVector<QStringView>& cells, const Format<Entry>& format,
+              CsvCell& place, ImportReport& report)
 {
     if (cells[found.first().place].isEmpty()) {
         place.column = format.columns.first().name;
         throw TallyException(QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!"));
     }
-    FrequencyStoreEntry entry;
+    Entry entry;
     for (const Found& each : found) {
         const QStringView text = cells[each.place];
-        if (each.column->absent == Column::Absent::LeavesUnset && text == csv::absent())
+        if (!each.column->isAlwaysRead && isAbsent(text))
             continue;
         CellText cell(text);
         const auto cellPlace = [&] { return CsvCell{place.line, each.column->name, text.toString()}; };
@@ -178,4 +154,23 @@ FrequencyStoreEntry FileHandling::readRow(const QVector<Found>& found, const QVe
     return entry;
 }
 
-} // namespace Velmara
+} // namespace
+
+void read(const Format<Entry>& format, const QString& file, FrequencyStoreList& list, ImportReport& report)
+{
+    const Table table = load(file, report);
+    const QVector<Found> found = findColumns(table.columns, format, report);
+    QVector<QStringView> cells;
+    for (const Table::Row& row : table.rows) {
+        CsvCell place{row.line, {}, {}};
+        try {
+            split(row.cells, cells);
+            append(list, readRow(found, cells, format, place, report));
+            ++report.entries;
+        } catch (const TallyException& failure) {
+            skipBadRow(place, failure, report);
+        }
+    }
+}
+
+} // namespace Velmara::csv

@@ -1,0 +1,67 @@
+#include "frequencystore/csv/loader.h"
+
+#include "base/exceptions.h"
+#include "frequencystore/csv/text.h"
+
+#include <algorithm>
+
+using namespace TALLYFORM;
+
+namespace Velmara::csv {
+
+namespace {
+
+constexpr QChar separator = u';';
+
+} // namespace
+
+QStringView Loader::next()
+{
+    if (m_isLineEnded && !m_lines.atEnd())
+        ++m_line;
+    const QStringView piece = m_lines.next();
+    m_isLineEnded = piece.size() < maxLineLength;
+    return piece;
+}
+
+Loader::Loader(Lines& lines, const QString& source, int& line) : m_lines(lines), m_source(source), m_line(line)
+{
+    m_line = 0;
+    QStringView header = next();
+    while (header.startsWith(u'#'))
+        header = next();
+    if (header.isEmpty())
+        throw TallyException(QStringLiteral("%1 is empty!").arg(m_source));
+    m_columns = cellsOf(header);
+}
+
+bool Loader::readRow(int cells)
+{
+    m_row = next();
+    if (m_row.isEmpty() || std::count(m_row.begin(), m_row.end(), separator) + 1 == cells)
+        return !m_row.isEmpty();
+    TallyException failure(QStringLiteral("Data is corrupt!. It can't be assigned to the header!"));
+    failure.SetOrigin(QStringLiteral("%1, line %2").arg(m_source, QString::number(m_line)));
+    throw failure;
+}
+
+void split(QStringView line, QVector<QStringView>& cells)
+{
+    cells.clear();
+    auto start = line.begin();
+    for (auto end = start; (end = std::find(start, line.end(), separator)) != line.end(); start = end + 1)
+        cells.append(QStringView(start, end));
+    cells.append(QStringView(start, line.end()));
+}
+
+QStringList cellsOf(QStringView line)
+{
+    QVector<QStringView> cells;
+    split(line, cells);
+    QStringList strings;
+    for (const QStringView cell : cells)
+        strings += cell.toString();
+    return strings;
+}
+
+} // namespace Velmara::csv
