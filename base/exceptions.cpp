@@ -2,14 +2,18 @@
 
 namespace TALLYFORM {
 
-TallyFormException::TallyFormException(const QString& message) : m_message(message), m_utf8(message.toUtf8()) {}
+TallyFormException::TallyFormException(const QString& message, Fault::Kind kind, const QString& member)
+    : TallyFormException(Fault{.kind = kind, .member = member, .message = message})
+{}
+
+TallyFormException::TallyFormException(const Fault& fault) : m_fault(fault), m_utf8(fault.message.toUtf8()) {}
 
 const char* TallyFormException::what() const noexcept { return m_utf8.constData(); }
 
 QString TallyFormException::detail(const QString& failure) const
 {
-    const QString text = failure + QLatin1String(": ") + m_message;
-    return m_origin.isEmpty() ? text : text + QLatin1String(" (") + m_origin + QLatin1Char(')');
+    const QString text = failure + QLatin1String(": ") + GetMessage(), origin = GetOrigin();
+    return origin.isEmpty() ? text : text + QLatin1String(" (") + origin + QLatin1Char(')');
 }
 
 QString TallyFormException::GetDetail() const { return detail(QStringLiteral("TallyFormException")); }

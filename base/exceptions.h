@@ -1,48 +1,51 @@
 #pragma once
 
-#include "base/tallybase_export.h"
+#include "base/fault.h"
 
 #include <QByteArray>
-#include <QString>
 
 #include <exception>
 
 namespace TALLYFORM {
 
-/// Root of all failures: one message for people and, when known, the place in an input where the failure arose.
+/// Root of all failures: a message for people, and for programs what it is about.
 class TALLYBASE_EXPORT TallyFormException : public std::exception
 {
 public:
-    /// A failure with its message.
-    explicit TallyFormException(const QString& message);
+    /// A failure with its message, and what is known of it where it arises.
+    explicit TallyFormException(const QString& message, Fault::Kind kind = Fault::Kind::Other,
+                                const QString& member = QString());
+    /// A failure with all that is known of it.
+    explicit TallyFormException(const Fault& fault);
 
     /// The message in UTF-8, valid as long as the exception.
     const char* what() const noexcept override;
     /// The class of the failure, its message and, when known, its origin.
     virtual QString GetDetail() const;
     /// The message as it was given.
-    QString GetMessage() const { return m_message; }
+    QString GetMessage() const { return m_fault.message; }
+    /// Where in an input the failure arose, such as "list.xml, line 12, column 5"; empty when unknown.
+    QString GetOrigin() const { return m_fault.place.text(); }
 
-    /// Notes where in an input the failure arose, such as "list.xml, line 12, column 5"; the message stays as it is.
-    void SetOrigin(const QString& origin) { m_origin = origin; }
-    /// Where in an input the failure arose; null when unknown.
-    QString GetOrigin() const { return m_origin; }
+    /// What the failure is about. Who lets it pass may add to it; the message stays as it is.
+    Fault& GetFault() { return m_fault; }
+    /// What the failure is about.
+    const Fault& GetFault() const { return m_fault; }
 
 protected:
     /// The text of GetDetail for a class of failures.
     QString detail(const QString& failure) const;
 
 private:
-    QString m_message;
+    Fault m_fault;
     QByteArray m_utf8;
-    QString m_origin;
 };
 
 /// What callers catch: every failure of a record or a file format is one of these.
 class TALLYBASE_EXPORT TallyException : public TallyFormException
 {
 public:
-    /// A failure with its message.
+    /// A failure with its message or, as data, with all that is known of it.
     using TallyFormException::TallyFormException;
     QString GetDetail() const override;
 };

@@ -1,6 +1,6 @@
 #include "base/limitedfile.h"
 
-#include "base/files.h"
+#include "base/readfile.h"
 
 #include <QByteArray>
 #include <QFile>

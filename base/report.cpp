@@ -1,32 +1,37 @@
 #include "base/report.h"
 
 #include "base/errorhandler.h"
-#include "base/exceptions.h"
 #include "base/logger.h"
 #include "base/tallyobject.h"
 
 namespace TALLYFORM {
 
-void report(const ITallyObject& object, const QString& reason, const QString& sourceFile, unsigned short line)
+Refusal::Refusal(const InputPlace& place, const QString& message, Fault::Kind kind, const QString& member)
+    : TallyException(message, kind, member)
+{
+    GetFault().place = place;
+}
+
+void report(const ITallyObject& object, const QString& text, SourcePlace place)
 {
     if (const std::shared_ptr<Logger> logger = object.GetLogger()) // which may take itself off the object
-        logger->Log(reason);
+        logger->Log(text);
     if (ErrorHandler::Instance() & ErrorHandler::traceBit)
-        _Q_Trace(reason, sourceFile, line);
+        _Q_Trace(text, place.name(), static_cast<unsigned short>(place.line));
 }
 
-void report(const ITallyObject& object, TallyFormException& failure, const QString& origin, const QString& sourceFile,
-            unsigned short line)
+void report(const ITallyObject& object, const TallyFormException& failure, SourcePlace place)
 {
-    failure.SetOrigin(origin);
-    report(object, origin + QLatin1String(": ") + failure.GetMessage(), sourceFile, line);
+    const QString origin = failure.GetOrigin();
+    report(object, origin.isEmpty() ? failure.GetMessage() : origin + QLatin1String(": ") + failure.GetMessage(),
+           place);
 }
 
-void reportUncarried(const ITallyObject& object, WrittenForm form, const QString& sourceFile, unsigned short line)
+void reportUncarried(const ITallyObject& object, WrittenForm form, SourcePlace place)
 {
     const QString uncarried = object.GetValidate() ? QString() : object.FindUncarried(form);
     if (!uncarried.isNull())
-        report(object, object.GetObjectName() + QLatin1String(": ") + uncarried, sourceFile, line);
+        report(object, object.GetObjectName() + QLatin1String(": ") + uncarried, place);
 }
 
 } // namespace TALLYFORM

@@ -1,6 +1,5 @@
-#include "base/exceptions.h"
-#include "base/files.h"
 #include "base/limitedfile.h"
+#include "base/readfile.h"
 #include "base/readstatus.h"
 #include "base/report.h"
 #include "base/tallyobject.h"
@@ -24,13 +23,7 @@ constexpr int frameSize = 2 * wordSize; // tag and length
 /// Representations are kept in files, so their form must not change with Qt.
 constexpr auto streamVersion = QDataStream::Qt_5_15;
 
-QString sourceFile() { return QStringLiteral("base/representation.cpp"); }
-
-bool refuse(const ITallyObject& object, const QString& reason, int line)
-{
-    report(object, reason, sourceFile(), static_cast<unsigned short>(line));
-    return false;
-}
+using Kind = Fault::Kind;
 
 /// The word at a place of the bytes, if they are that long.
 std::optional<quint32> wordAt(const QByteArray& bytes, int place)
@@ -81,7 +74,8 @@ void demandLength(const ITallyObject& object, bool isRight)
     if (!isRight)
         throw BinaryParsingException(
             QStringLiteral("The binary representation of '%1' is of another length than it says.")
-                .arg(object.GetObjectName()));
+                .arg(object.GetObjectName()),
+            Kind::Damaged);
 }
 
 /// Reads what stands behind the tag; a failure is told with the byte that was reached.
@@ -94,25 +88,22 @@ void readBody(ITallyObject& object, QDataStream& stream, const QString& source, 
         demandLength(object, stream.status() == QDataStream::Ok && length == expectedLength.value_or(length));
         object.SetBinary(stream, length);
     } catch (TallyFormException& failure) {
-        const qint64 place = stream.device() ? stream.device()->pos() : 0;
-        report(object, failure, QStringLiteral("%1, byte %2").arg(source, QString::number(place)), sourceFile(),
-               __LINE__);
+        failure.GetFault().place = {.source = source, .byte = stream.device() ? stream.device()->pos() : 0};
+        report(object, failure);
         throw;
     }
 }
 
-bool readRepresentation(ITallyObject& object, quint32 tag, const QByteArray& bytes, const QString& source)
+void readRepresentation(ITallyObject& object, quint32 tag, const QByteArray& bytes, const QString& source)
 {
     const QByteArray frame = frameOf(bytes, tag);
     if (frame.size() < frameSize || wordAt(frame, 0) != tag)
-        return refuse(object,
-                      QStringLiteral("%1: No binary representation of '%2'.").arg(source, object.GetObjectName()),
-                      __LINE__);
+        throw Refusal({source}, QStringLiteral("No binary representation of '%1'.").arg(object.GetObjectName()),
+                      Kind::Damaged);
     QDataStream stream(frame);
     stream.setVersion(streamVersion);
     stream.skipRawData(wordSize);
     readBody(object, stream, source, frame.size() - frameSize);
-    return true;
 }
 
 } // namespace
@@ -121,7 +112,7 @@ bool ITallyObject::GetBinaryRepresentation(QDataStream& stream) const
 {
     if (!GetBinary(stream, int(m_id), true) || stream.status() != QDataStream::Ok)
         return false;
-    reportUncarried(*this, WrittenForm::Tagged, sourceFile(), __LINE__);
+    reportUncarried(*this, WrittenForm::Tagged);
     return true;
 }
 
@@ -154,7 +145,7 @@ QByteArray ITallyObject::GetCompressedBinaryRepresentationAsQByteArray() const
 
 bool ITallyObject::SetBinaryRepresentation(const QByteArray& representation)
 {
-    return readRepresentation(*this, m_id, representation, QStringLiteral("bytes"));
+    return isDone(*this, [&] { readRepresentation(*this, m_id, representation, QStringLiteral("bytes")); });
 }
 
 bool ITallyObject::SetBinaryRepresentation(QDataStream& stream)
@@ -162,7 +153,7 @@ bool ITallyObject::SetBinaryRepresentation(QDataStream& stream)
     if (nextWord(stream) != m_id) {
         QByteArray compressed;
         stream >> compressed;
-        return readRepresentation(*this, m_id, compressed, QStringLiteral("stream"));
+        return isDone(*this, [&] { readRepresentation(*this, m_id, compressed, QStringLiteral("stream")); });
     }
     stream.skipRawData(wordSize);
     readBody(*this, stream, QStringLiteral("stream"), std::nullopt);
@@ -171,25 +162,30 @@ bool ITallyObject::SetBinaryRepresentation(QDataStream& stream)
 
 bool ITallyObject::LoadBinary(const QString& path)
 {
+    return isDone(*this, [&] { ReadBinary(path); });
+}
+
+void ITallyObject::ReadBinary(const QString& path)
+{
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return refuse(*this, path + QLatin1String(": ") + file.errorString(), __LINE__);
+        throw Refusal({path}, file.errorString(), Kind::Unreadable);
     QByteArray bytes;
     QString reason;
     if (!ReadFile(file, bytes, reason))
-        return refuse(*this, path + QLatin1String(": ") + reason, __LINE__);
+        throw Refusal({path}, reason, Kind::Unreadable);
     const QByteArray streamed = bytes.mid(wordSize);
     if (wordAt(bytes, 0) == quint32(streamed.size()) && isCompressed(streamed)) // written by way of a stream
         bytes = streamed;
-    return readRepresentation(*this, m_id, bytes, path);
+    readRepresentation(*this, m_id, bytes, path);
 }
 
 bool ITallyObject::MergeTallyObject(const ITallyObject& other)
 {
-    if (other.m_id != m_id)
-        return refuse(*this,
-                      QStringLiteral("'%1' takes nothing over from '%2'.").arg(GetObjectName(), other.GetObjectName()),
-                      __LINE__);
+    if (other.m_id != m_id) {
+        report(*this, QStringLiteral("'%1' takes nothing over from '%2'.").arg(GetObjectName(), other.GetObjectName()));
+        return false;
+    }
     const QByteArray content = other.GetBinaryRepresentationAsQByteArray();
     return content.isEmpty() || SetBinaryRepresentation(content);
 }

@@ -1,4 +1,4 @@
-#include "base/files.h"
+#include "base/savefile.h"
 
 #include "base/newfile.h"
 
@@ -217,11 +217,11 @@ private:
 
 SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason)
 {
-    const auto produce = [&](const ByteDrain& drain) { return drain(content.constData(), content.size()), true; };
+    const auto produce = [&](const ByteSink& sink) { return sink(content.constData(), content.size()), true; };
     return SaveFile(path, produce, reason);
 }
 
-SaveResult SaveFile(const QString& path, const std::function<bool(const ByteDrain&)>& produce, QString& reason)
+SaveResult SaveFile(const QString& path, const std::function<bool(const ByteSink&)>& produce, QString& reason)
 {
     if (path.contains(QChar::Null)) { // which would end the name for the system
         reason = QStringLiteral("A file name cannot hold a zero character.");

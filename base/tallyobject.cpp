@@ -1,5 +1,7 @@
 #include "base/tallyobject.h"
 
+#include "base/exceptions.h"
+
 #include <QDataStream>
 #include <QXmlStreamReader>
 
@@ -61,6 +63,16 @@ void ITallyObject::ProcessXml(QXmlStreamReader& reader)
 void ITallyObject::ProcessXmlStartElement(QXmlStreamReader&) {}
 
 QString ITallyObject::FindUncarried(WrittenForm) const { return {}; }
+
+QVector<Fault> ITallyObject::FindFaults() const
+{
+    try {
+        Check();
+        return {};
+    } catch (const TallyFormException& failure) {
+        return {failure.GetFault()};
+    }
+}
 
 QString ITallyObject::GetTextValue(QXmlStreamReader& reader) const
 {

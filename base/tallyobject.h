@@ -1,13 +1,15 @@
 #pragma once
 
-#include "base/files.h"
+#include "base/fault.h"
 #include "base/objecttypes.h"
+#include "base/savefile.h"
 #include "base/tallybase_export.h"
 
 #include <QDateTime>
 #include <QExplicitlySharedDataPointer>
 #include <QString>
 #include <QVarLengthArray>
+#include <QVector>
 
 #include <cmath>
 #include <limits>
@@ -133,6 +135,13 @@ public:
     /// to be. Throws what Check throws.
     virtual bool SaveXml(const QString& path) const;
 
+    ///@{
+    /// As LoadXml, LoadBinary and SaveXml, but throw TallyException where those answer with false.
+    void ReadXml(QFile& file);
+    void ReadBinary(const QString& path);
+    void WriteXml(const QString& path) const;
+    ///@}
+
     /// Switches validation: on, setters and writers refuse bad content; off, anything is stored and written.
     virtual void SetValidate(bool validate) const { m_validate = validate; }
     /// Whether validation is on.
@@ -181,12 +190,14 @@ protected:
 
 public:
     /// Appends the object's element in UTF-8 to a document, indented by one blank a level or not at all; false if it
-    /// holds what XML cannot carry. Throws what Check throws. From a long document `drain`, if there is one, may take
+    /// holds what XML cannot carry. Throws what Check throws. From a long document `sink`, if there is one, may take
     /// what is there so far, which then leaves it.
-    virtual bool AppendXml(QByteArray& document, bool isIndented, const ByteDrain& drain = nullptr) const;
+    virtual bool AppendXml(QByteArray& document, bool isIndented, const ByteSink& sink = nullptr) const;
     /// The first content that a form cannot carry, with its place: "FrequencyStoreEntry[2]/Comment: A character that
     /// XML cannot carry."; null if there is none, or none that the object knows of.
     virtual QString FindUncarried(WrittenForm form) const;
+    /// All faults that the content has, each at the member where it is; Check throws for the first.
+    virtual QVector<Fault> FindFaults() const;
 
 private:
     /// What most objects do without or share with a whole tree, so that objects are small.

@@ -1,6 +1,5 @@
-#include "base/exceptions.h"
-#include "base/files.h"
 #include "base/report.h"
+#include "base/savefile.h"
 #include "base/tallyobject.h"
 #include "base/xmlinput.h"
 
@@ -14,29 +13,27 @@ namespace TALLYFORM {
 
 namespace {
 
-QString sourceFile() { return QStringLiteral("base/xmldocument.cpp"); }
+using Kind = Fault::Kind;
 
-bool refuse(const ITallyObject& object, const QString& reason, int line)
+const QString noXmlCharacter = QStringLiteral("A character that XML cannot carry.");
+
+InputPlace placeIn(const QString& source, const QXmlStreamReader& reader)
 {
-    report(object, reason, sourceFile(), static_cast<unsigned short>(line));
-    return false;
+    return {.source = source, .line = reader.lineNumber(), .column = reader.columnNumber()};
 }
 
-QString placeIn(const QString& source, const QXmlStreamReader& reader)
-{
-    return QStringLiteral("%1, line %2, column %3")
-        .arg(source, QString::number(reader.lineNumber()), QString::number(reader.columnNumber()));
-}
-
-bool findRoot(QXmlStreamReader& reader, const QString& name)
+/// Finds the root element, and gives the name of one that is another object's.
+QString findRoot(QXmlStreamReader& reader, const QString& name)
 {
     while (!reader.atEnd() && reader.readNext() != QXmlStreamReader::StartElement) {
         if (reader.tokenType() == QXmlStreamReader::DTD) // its entities let a small document grow without bound
             reader.raiseError(QStringLiteral("A document type definition is not accepted."));
     }
-    if (!reader.hasError() && reader.name() != name)
-        reader.raiseError(QStringLiteral("The root element is '%1', not '%2'.").arg(reader.name().toString(), name));
-    return !reader.hasError();
+    if (reader.hasError() || reader.name() == name)
+        return {};
+    const QString root = reader.name().toString();
+    reader.raiseError(QStringLiteral("The root element is '%1', not '%2'.").arg(root, name));
+    return root;
 }
 
 void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& source)
@@ -46,46 +43,44 @@ void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& sou
     } catch (TallyFormException& failure) {
         if (reader.hasError()) // what is missing is missing because the document breaks off
             return;
-        report(object, failure, placeIn(source, reader), sourceFile(), __LINE__);
+        failure.GetFault().place = placeIn(source, reader);
+        report(object, failure);
         throw;
     }
 }
 
-void parse(ITallyObject& object, QXmlStreamReader& reader, const QString& source)
+/// Throws Refusal for a document that is not well-formed or is another object's, unless `reason` tells more.
+template <class Reason> void parse(ITallyObject& object, QXmlStreamReader& reader, const QString& source, Reason reason)
 {
     reader.setNamespaceProcessing(false); // there are none, and to look them up may take long
-    if (findRoot(reader, object.GetObjectName()))
+    const QString otherRoot = findRoot(reader, object.GetObjectName());
+    if (!reader.hasError())
         readRoot(object, reader, source);
     while (!reader.atEnd())
         reader.readNext();
+    if (!reason().isNull())
+        throw Refusal({source}, reason(), Kind::Unreadable);
+    if (reader.hasError())
+        throw Refusal(placeIn(source, reader), reader.errorString(),
+                      otherRoot.isNull() ? Kind::Damaged : Kind::OtherObject, otherRoot);
 }
 
-bool isRead(const ITallyObject& object, const QXmlStreamReader& reader, const QString& source)
-{
-    return !reader.hasError()
-        || refuse(object, placeIn(source, reader) + QLatin1String(": ") + reader.errorString(), __LINE__);
-}
-
-bool readText(ITallyObject& object, const QString& text, const QString& source)
+void readText(ITallyObject& object, const QString& text, const QString& source)
 {
     if (!text.isValidUtf16()) // of which the parser would make something else
-        return refuse(object, source + QLatin1String(": A character that XML cannot carry."), __LINE__);
+        throw Refusal({source}, noXmlCharacter, Kind::Damaged);
     CrowdedTagSearch search;
     search.pass(text);
     if (search.hasFound())
-        return refuse(object, source + QLatin1String(": ") + CrowdedTagSearch::reason(), __LINE__);
+        throw Refusal({source}, CrowdedTagSearch::reason(), Kind::Unreadable);
     QXmlStreamReader reader(text);
-    parse(object, reader, source);
-    return isRead(object, reader, source);
+    parse(object, reader, source, [] { return QString(); });
 }
 
-bool readUtf8(ITallyObject& object, XmlFile& file, const QString& source)
+void readUtf8(ITallyObject& object, XmlFile& file, const QString& source)
 {
     QXmlStreamReader reader(&file);
-    parse(object, reader, source);
-    if (!file.reason().isNull())
-        return refuse(object, source + QLatin1String(": ") + file.reason(), __LINE__);
-    return isRead(object, reader, source);
+    parse(object, reader, source, [&] { return file.reason(); });
 }
 
 /// Whether the text gives the document back, less a byte order mark: not every codec tells what it could not decode.
@@ -97,37 +92,34 @@ bool isDecodingOf(const QByteArray& document, const QString& text, const QTextCo
     return document.endsWith(encoded) && document.size() - encoded.size() <= longestMark;
 }
 
-bool readForeign(ITallyObject& object, XmlFile& file, const QString& source)
+void readForeign(ITallyObject& object, XmlFile& file, const QString& source)
 {
     const QByteArray document = file.readAll();
     if (!file.reason().isNull())
-        return refuse(object, source + QLatin1String(": ") + file.reason(), __LINE__);
+        throw Refusal({source}, file.reason(), Kind::Unreadable);
     const QString text = file.foreignCodec()->toUnicode(document);
     if (!isDecodingOf(document, text, *file.foreignCodec()))
-        return refuse(object, source + QLatin1String(": Not in the encoding that it declares."), __LINE__);
-    return readText(object, text, source);
+        throw Refusal({source}, QStringLiteral("Not in the encoding that it declares."), Kind::Damaged);
+    readText(object, text, source);
 }
 
-bool appendElement(const ITallyObject& object, QByteArray& document, bool isIndented, const ByteDrain& drain)
+void appendElement(const ITallyObject& object, QByteArray& document, bool isIndented, const ByteSink& sink)
 {
     const int before = document.size();
-    bool isDrained = false;
-    const ByteDrain noticed = [&](const char* bytes, int size) {
-        isDrained = true;
-        drain(bytes, size);
+    bool isTaken = false;
+    const ByteSink noticed = [&](const char* bytes, int size) {
+        isTaken = true;
+        sink(bytes, size);
     };
-    const bool isCarried = object.AppendXml(document, isIndented, drain ? noticed : nullptr);
-    if (!isDrained && document.size() == before)
-        return refuse(object, object.GetObjectName() + QLatin1String(": Nothing to write."), __LINE__);
-    if (isCarried) {
-        reportUncarried(object, WrittenForm::Xml, sourceFile(), __LINE__);
-        return true;
+    const bool isCarried = object.AppendXml(document, isIndented, sink ? noticed : nullptr);
+    const QString name = object.GetObjectName() + QLatin1String(": ");
+    if (!isTaken && document.size() == before)
+        throw Refusal({}, name + QLatin1String("Nothing to write."), Kind::Missing);
+    if (!isCarried) {
+        const QString uncarried = object.FindUncarried(WrittenForm::Xml);
+        throw Refusal({}, name + (uncarried.isNull() ? noXmlCharacter : uncarried), Kind::Uncarried);
     }
-    const QString uncarried = object.FindUncarried(WrittenForm::Xml);
-    return refuse(object,
-                  object.GetObjectName() + QLatin1String(": ")
-                      + (uncarried.isNull() ? QStringLiteral("A character that XML cannot carry.") : uncarried),
-                  __LINE__);
+    reportUncarried(object, WrittenForm::Xml);
 }
 
 } // namespace
@@ -136,7 +128,7 @@ bool ITallyObject::SetXmlString(const QString& xml, bool reset)
 {
     if (reset)
         Reset();
-    return readText(*this, xml, QStringLiteral("text"));
+    return isDone(*this, [&] { readText(*this, xml, QStringLiteral("text")); });
 }
 
 bool ITallyObject::LoadXml(const QString& path)
@@ -147,21 +139,26 @@ bool ITallyObject::LoadXml(const QString& path)
 
 bool ITallyObject::LoadXml(QFile& file)
 {
+    return isDone(*this, [&] { ReadXml(file); });
+}
+
+void ITallyObject::ReadXml(QFile& file)
+{
     const bool wasOpen = file.isOpen();
     if (!wasOpen && !file.open(QIODevice::ReadOnly))
-        return refuse(*this, file.fileName() + QLatin1String(": ") + file.errorString(), __LINE__);
+        throw Refusal({file.fileName()}, file.errorString(), Kind::Unreadable);
     const auto close = qScopeGuard([&] {
         if (!wasOpen)
             file.close();
     });
     if (!file.isReadable())
-        return refuse(*this, file.fileName() + QLatin1String(": Not open for reading."), __LINE__);
+        throw Refusal({file.fileName()}, QStringLiteral("Not open for reading."), Kind::Unreadable);
     XmlFile document(file);
-    return document.foreignCodec() ? readForeign(*this, document, file.fileName())
-                                   : readUtf8(*this, document, file.fileName());
+    document.foreignCodec() ? readForeign(*this, document, file.fileName())
+                            : readUtf8(*this, document, file.fileName());
 }
 
-bool ITallyObject::AppendXml(QByteArray& document, bool isIndented, const ByteDrain&) const
+bool ITallyObject::AppendXml(QByteArray& document, bool isIndented, const ByteSink&) const
 {
     QString text; // much faster to write into than a device
     QXmlStreamWriter writer(&text);
@@ -175,23 +172,27 @@ bool ITallyObject::AppendXml(QByteArray& document, bool isIndented, const ByteDr
 QString ITallyObject::GetXmlString() const
 {
     QByteArray document;
-    return appendElement(*this, document, false, nullptr) ? QString::fromUtf8(document) : QString();
+    return isDone(*this, [&] { appendElement(*this, document, false, nullptr); }) ? QString::fromUtf8(document)
+                                                                                  : QString();
 }
 
 bool ITallyObject::SaveXml(const QString& path) const
 {
-    const auto produce = [this](const ByteDrain& drain) {
+    return isDone(*this, [&] { WriteXml(path); });
+}
+
+void ITallyObject::WriteXml(const QString& path) const
+{
+    const auto produce = [this](const ByteSink& sink) {
         QByteArray document("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
-        if (!appendElement(*this, document, true, drain))
-            return false;
+        appendElement(*this, document, true, sink);
         document += '\n';
-        drain(document.constData(), document.size());
+        sink(document.constData(), document.size());
         return true;
     };
     QString reason;
-    const SaveResult result = SaveFile(path, produce, reason);
-    return result == SaveResult::Saved
-        || (result != SaveResult::NotProduced && refuse(*this, path + QLatin1String(": ") + reason, __LINE__));
+    if (SaveFile(path, produce, reason) != SaveResult::Saved)
+        throw Refusal({path}, reason, Kind::Unwritable);
 }
 
 } // namespace TALLYFORM

@@ -1,6 +1,6 @@
 #include "base/xmlinput.h"
 
-#include "base/files.h"
+#include "base/readfile.h"
 
 #include <QTextCodec>
 #include <QXmlStreamReader>

@@ -10,7 +10,7 @@ foreach(library TraceKit TallyBase Velmara)
     get_target_property(of_library ${library} HEADER_SET)
     list(APPEND headers ${of_library})
 endforeach()
-list(FILTER headers EXCLUDE REGEX "/kernel/(access|member|record|rows)\\.h$")
+list(FILTER headers EXCLUDE REGEX "/kernel/(record|model/(access|data|member|rows))\\.h$")
 
 # The guide comes first, without its links to what is not here.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS docs/guide.md)

@@ -147,6 +147,27 @@ void telling()
     //! [telling]
 }
 
+void faults()
+{
+    //! [faults]
+    FrequencyStoreList list = channels();
+    list.SetValidate(false); // as an editor does
+    FrequencyStoreEntry& tower = list.GetFrequencyStoreEntry()[1];
+    tower.ResetType();
+    tower.GetFFM_Settings().GetFrequency().ResetValue();
+    for (const Fault& fault : list.FindFaults())
+        qInfo("%s: %s", qPrintable(fault.path), qPrintable(fault.member));
+
+    list.SetValidate(true);
+    try {
+        list.SaveXml(QStringLiteral("channels.xml"));
+    } catch (const TallyException& failure) {
+        const Fault& fault = failure.GetFault();
+        qInfo("not saved, for %s in %s", qPrintable(fault.member), qPrintable(fault.path));
+    }
+    //! [faults]
+}
+
 void tagged()
 {
     //! [tagged]
@@ -294,6 +315,23 @@ void classes()
     //! [classes]
 }
 
+void editing()
+{
+    //! [editing]
+    FrequencyStoreEntry entry = airband(QStringLiteral("Tower"), 118.5e6);
+    SetTextAt(entry, QStringLiteral("FFM_Settings/Detail/ChannelNo"), QStringLiteral("7"));
+    qInfo() << TextsAt(entry, QStringLiteral("FFM_Settings/Frequency"))
+            << entry.GetFFM_Settings().GetDetail().GetChannelNo();
+    qInfo() << PathsNamed(QStringLiteral("ChannelNo"), DescriptionOf(entry));
+
+    const MemberDescription* type = DescriptionOf(entry).member(QStringLiteral("Type"));
+    type->set(entry, QStringLiteral("ground"));
+    qInfo() << entry.GetType();
+    type->reset(entry);
+    qInfo() << "set:" << type->isSet(entry);
+    //! [editing]
+}
+
 void chapter(const char* name, void (*run)())
 {
     qInfo("== %s", name);
@@ -314,6 +352,7 @@ int main()
     chapter("choice", choice);
     chapter("xml", xml);
     chapter("telling", telling);
+    chapter("faults", faults);
     chapter("tagged", tagged);
     chapter("packed", packed);
     chapter("table", table);
@@ -323,5 +362,6 @@ int main()
     chapter("printing", printing);
     chapter("reflection", reflection);
     chapter("classes", classes);
+    chapter("editing", editing);
     return 0;
 }

@@ -2,7 +2,7 @@
 
 #include "base/exceptions.h"
 #include "frequencystore/csv/format.h"
-#include "frequencystore/kernel/description.h"
+#include "frequencystore/kernel/model/description.h"
 #include "frequencystore/readable.h"
 #include "frequencystore/reported.h"
 #include "frequencystore/trace.h"
@@ -140,11 +140,6 @@ void locate(Draft& draft, const DetectionResult& result)
     draft.taken.append("Longitude, Latitude, Azimuth, DFQuality");
 }
 
-void traceFailure(const QString& message, int line)
-{
-    trace(message, QStringLiteral("frequencystore/detectionresulthelper"), line);
-}
-
 /// Takes over the receiver settings that a result has as XML.
 void takeReceiver(Draft& draft, const DetectionResult& result, const QString& failurePrefix)
 {
@@ -153,7 +148,7 @@ void takeReceiver(Draft& draft, const DetectionResult& result, const QString& fa
         if (tuning.SetXmlString(result.GetFFMSettingsWithAnalogDemod(), false))
             draft.taken.append("FFMSettingsWithAnalogDemod");
     } catch (const TallyException& failure) {
-        traceFailure(failurePrefix + failure.GetMessage(), __LINE__);
+        trace(failurePrefix + failure.GetMessage());
         tuning.Reset();
     }
 }
@@ -250,24 +245,19 @@ template <class R> QStringList leftOut(const R& record, const Taken& taken)
     return leftOut(record, kernel::Record<R>::description(), names, QString());
 }
 
-/// Checks all that writing a record does: its chosen alternatives too, which Check leaves to that. Of a fault and what
-/// it makes of the records above, the fault is told.
-void checkWholly(const ITallyObject& record, const RecordDescription& description)
-{
-    for (const MemberDescription& member : description.members)
-        for (const ITallyObject* child : member.children(record))
-            checkWholly(*child, member.record());
-    record.Check();
-}
-
 /// Throws if the store that takes the entry could not be saved then.
 void demandWritable(const FrequencyStoreEntry& entry)
 {
-    checkWholly(entry, kernel::Record<FrequencyStoreEntry>::description());
+    if (const QVector<Fault> faults = entry.FindFaults(); !faults.isEmpty())
+        throw TallyException(faults.first());
     for (const WrittenForm form : {WrittenForm::Xml, WrittenForm::Tagged})
         if (const QString uncarried = entry.FindUncarried(form); !uncarried.isNull())
             throw OutOfRangeException(uncarried);
 }
+
+static_assert(DetectionResultList::identifiersOfUsage == FrequencyStoreList::identifiersOfUsage
+                  && DetectionResultList::identifiersOfUsage == FrequencyStoreEntry::identifiersOfUsage,
+              "a usage means the same in all of them");
 
 /// Takes over what the list itself tells; false if the store declines the heading entry.
 bool appendHeading(const DetectionResultList& results, FrequencyStoreList& store)
@@ -283,7 +273,7 @@ bool appendHeading(const DetectionResultList& results, FrequencyStoreList& store
         store.AppendFrequencyStoreEntry(heading);
         return true;
     } catch (const TallyException& failure) {
-        traceFailure(QStringLiteral("DetectionResultHelper::Init ") + failure.GetMessage(), __LINE__);
+        trace(QStringLiteral("DetectionResultHelper::Init ") + failure.GetMessage());
         return false;
     }
 }

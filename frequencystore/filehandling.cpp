@@ -1,8 +1,8 @@
 #include "frequencystore/filehandling.h"
 
 #include "base/exceptions.h"
-#include "base/files.h"
 #include "base/logger.h"
+#include "base/savefile.h"
 #include "frequencystore/csv/format.h"
 #include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/readable.h"
@@ -16,9 +16,9 @@ namespace Velmara {
 namespace {
 
 /// Traces; gives false, which is then the result of the operation that failed.
-bool refuse(const QString& message, int line)
+bool refuse(const QString& message, SourcePlace place = SourcePlace())
 {
-    trace(message, QStringLiteral("frequencystore/filehandling"), line);
+    trace(message, place);
     return false;
 }
 
@@ -80,17 +80,16 @@ bool FileHandling::ExportFrequencyStoreList(bool csv, QString const& file, Detec
         return true;
     } catch (const TallyFormException& failure) {
         return refuse(
-            QStringLiteral("Error writing file %1. %2: %3").arg(file, failure.GetDetail(), failure.GetMessage()),
-            __LINE__);
+            QStringLiteral("Error writing file %1. %2: %3").arg(file, failure.GetDetail(), failure.GetMessage()));
     }
 }
 
 bool FileHandling::ImportCSV(QString const& file, FrequencyStoreList& list, ListType type)
 {
     if (type == ListType::DetectionResult)
-        return refuse(QStringLiteral("detection results not imported"), __LINE__);
+        return refuse(QStringLiteral("detection results not imported"));
     if (type == ListType::TransducerList)
-        return refuse(QStringLiteral("find application that actually needs transducer settings?"), __LINE__);
+        return refuse(QStringLiteral("find application that actually needs transducer settings?"));
     if (!FrequencyStoreListHelper().IsValidListType(type))
         return true;
     const ImportReport report = ReadCSV(file, list, type);
@@ -98,8 +97,7 @@ bool FileHandling::ImportCSV(QString const& file, FrequencyStoreList& list, List
         return true;
     if (const auto logger = list.GetLogger()) // which may leave the list when it is told
         logger->Log(placeOf(report.failed, file) + QLatin1String(": ") + report.error);
-    return refuse(QStringLiteral("Import: Cannot export frequency store to file as error %1").arg(report.error),
-                  __LINE__);
+    return refuse(QStringLiteral("Import: Cannot export frequency store to file as error %1").arg(report.error));
 }
 
 bool FileHandling::ImportXml(QString const& file, FrequencyStoreList& list) { return list.LoadXml(file); }
@@ -117,25 +115,22 @@ bool FileHandling::ExportCSV(QString const& file, FrequencyStoreListHelper& help
 {
     const ListType type = helper.GetListType();
     if (!helper.IsValidListType(type))
-        return refuse(QStringLiteral("ExportCSV: Cannot export frequency store to file as ListType is invalid!!"),
-                      __LINE__);
+        return refuse(QStringLiteral("ExportCSV: Cannot export frequency store to file as ListType is invalid!!"));
     if (type == ListType::TransducerList)
-        return refuse(QStringLiteral("find application that actually needs transducer settings?"), __LINE__);
+        return refuse(QStringLiteral("find application that actually needs transducer settings?"));
     const ExportReport report = WriteCSV(file, helper);
     return report.isComplete
-        || refuse(QStringLiteral("ExportCSV: Cannot export frequency store to file as error %1").arg(report.error),
-                  __LINE__);
+        || refuse(QStringLiteral("ExportCSV: Cannot export frequency store to file as error %1").arg(report.error));
 }
 
 bool FileHandling::ExportXml(QString const& file, FrequencyStoreList& list)
 {
     try {
         return list.SaveXml(file)
-            || refuse(QStringLiteral("ExportXml:: Cannot export frequency store to file '%1'").arg(file), __LINE__);
+            || refuse(QStringLiteral("ExportXml:: Cannot export frequency store to file '%1'").arg(file));
     } catch (const TallyException& failure) {
         return refuse(
-            QStringLiteral("ExportXml:: Cannot export frequency store to file as error %1").arg(failure.GetMessage()),
-            __LINE__);
+            QStringLiteral("ExportXml:: Cannot export frequency store to file as error %1").arg(failure.GetMessage()));
     }
 }
 
@@ -154,7 +149,7 @@ ExportReport FileHandling::WriteCSV(QString const& file, FrequencyStoreListHelpe
     return reported<ExportReport>([&](ExportReport& report) {
         const ListType type = readable(helper).GetListType();
         if (type != ListType::DetectionResult) {
-            const FrequencyStoreList& list = readable(std::as_const(helper).GetFrequencyStoreList());
+            const FrequencyStoreList& list = readable(readable(helper).GetFrequencyStoreList());
             writeText(file, csv::write(csv::formatOf(type), list.GetFrequencyStoreEntry(), report));
             return;
         }

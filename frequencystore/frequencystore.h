@@ -17,5 +17,6 @@
 #include "frequencystore/csvfileloader.h"
 #include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/filehandling.h"
+#include "frequencystore/paths.h"
 #include "frequencystore/records/allrecords.h"
 #include "frequencystore/reflection.h"

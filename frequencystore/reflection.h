@@ -8,7 +8,7 @@
 ///         if (member.isSet(record))
 ///             qInfo() << member.name << member.texts(record);
 
-#include "frequencystore/kernel/description.h"
+#include "frequencystore/kernel/model/description.h"
 
 namespace Velmara {
 

@@ -18,10 +18,10 @@ QByteArray compressedFrame(quint32 tag, const QByteArray& body)
 
 void Velmara::fuzz::run(Input input)
 {
-    const auto subject = chooseSubject(input);
-    TALLYFORM::ITallyObject& record = subject->record();
+    const Subject subject = chooseSubject(input);
+    TALLYFORM::ITallyObject& record = *subject.record;
     const std::bitset<8> options = input.bits();
-    const QByteArray bytes = options[0] ? compressedFrame(subject->tag(), input.rest()) : input.rest();
+    const QByteArray bytes = options[0] ? compressedFrame(subject.of.id, input.rest()) : input.rest();
     isDone([&] {
         QDataStream stream(bytes);
         if (options[1])
@@ -31,5 +31,5 @@ void Velmara::fuzz::run(Input input)
         else
             record.SetBinaryRepresentation(bytes);
     });
-    exercise(*subject);
+    exercise(subject);
 }

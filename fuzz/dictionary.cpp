@@ -1,13 +1,10 @@
 #include "fuzz/dictionary.h"
 
-#include "frequencystore/kernel/walk.h"
-#include "frequencystore/records/allrecords.h"
+#include "frequencystore/reflection.h"
 
 #include <QtEndian>
 
 #include <set>
-
-using namespace Velmara::kernel;
 
 namespace Velmara::fuzz {
 
@@ -22,30 +19,24 @@ QByteArray bytesOf(quint32 tag)
     return bytes;
 }
 
-template <class R> void addWords(Words& words)
+void addWords(const RecordDescription& record, Words& words)
 {
-    const R record;
-    words.insert(R::GetStaticObjectName().toUtf8());
-    words.insert(bytesOf(quint32(R::GetId())));
-    if constexpr (IsVersioned<R>)
-        words.insert(R::schemaVersion().toUtf8());
-    visit(Record<R>::layout(record), [&](const Member& m, const auto&) {
-        words.insert(QByteArray(m.name.data(), m.name.size()));
-        words.insert(bytesOf(m.tag));
-        if (m.names)
-            for (const QString& name : m.names())
-                words.insert(name.toUtf8());
-    });
+    words.insert({record.element.toUtf8(), bytesOf(record.id), record.version.toUtf8()});
+    for (const MemberDescription& member : record.members) {
+        words.insert({member.element.toUtf8(), bytesOf(member.tag)});
+        for (const QString& name : member.names)
+            words.insert(name.toUtf8());
+    }
 }
-
-template <class... R> void addAllWords(Words& words, RecordTypes<R...>) { (addWords<R>(words), ...); }
 
 } // namespace
 
 QByteArray dictionary()
 {
     Words words;
-    addAllWords(words, AllRecords());
+    for (const RecordDescription* record : RecordDescriptions())
+        addWords(*record, words);
+    words.erase(QByteArray()); // the version of those without one
     QByteArray text;
     for (const QByteArray& word : words)
         text += "\"\\x" + word.toHex(' ').replace(" ", "\\x") + "\"\n";

@@ -6,7 +6,9 @@ using namespace Velmara::fuzz;
 
 void Velmara::fuzz::run(Input input)
 {
-    const auto subject = chooseSubject(input);
-    isDone([&] { readFromStream(input, [&](QDataStream& stream, int) { subject->readPacked(stream); }); });
-    exercise(*subject);
+    const Subject subject = chooseSubject(input);
+    isDone([&] {
+        readFromStream(input, [&](QDataStream& stream, int) { subject.of.setPacked(*subject.record, stream); });
+    });
+    exercise(subject);
 }

@@ -60,26 +60,27 @@ QFileInfoList filesIn(const QString& folder, const QString& pattern)
 }
 
 /// An empty record of the class that a document is of.
-std::unique_ptr<Subject> subjectOf(const QByteArray& document)
+Subject subjectOf(const QByteArray& document)
 {
     QXmlStreamReader reader(document);
     reader.readNextStartElement();
-    const auto isNamed = [&](const auto& subject) { return subject->record().GetObjectName() == reader.name(); };
-    const auto found = std::find_if(subjects().begin(), subjects().end(), isNamed);
-    require(found != subjects().end(), "a seed document is that of a record");
-    return (*found)->another();
+    const auto& all = RecordDescriptions();
+    const auto isNamed = [&](const RecordDescription* record) { return record->element == reader.name(); };
+    const auto found = std::find_if(all.begin(), all.end(), isNamed);
+    require(found != all.end(), "a seed document is that of a record");
+    return {**found};
 }
 
 void addDocument(const Seeds& seeds, const QFileInfo& file)
 {
     const QByteArray document = contentOf(file.filePath());
     for (const bool isValidating : {true, false}) {
-        const auto subject = subjectOf(document);
-        subject->record().SetValidate(isValidating);
-        read(*subject, Form::Xml, document);
+        Subject subject = subjectOf(document);
+        subject.record->SetValidate(isValidating);
+        read(subject, Form::Xml, document);
         const QString name = file.baseName() + (isValidating ? "" : ".unvalidated");
-        seeds.addRecord(name, *subject);
-        seeds.add("xml", name + ".document", choiceOf(*subject) + '\0' + document);
+        seeds.addRecord(name, subject);
+        seeds.add("xml", name + ".document", choiceOf(subject) + '\0' + document);
     }
 }
 
@@ -93,18 +94,15 @@ void addLists(const Seeds& seeds, const QFileInfo& file)
         seeds.add("csvexport", file.baseName() + '.' + QString::number(type), char(type << 1) + packed(lists));
 }
 
-template <class R> void addRandom(const Seeds& seeds, Subject& subject)
+template <class R> void addRandom(const Seeds& seeds)
 {
-    const R record = RandomFiller(subject.tag()).setEverything().template make<R>();
+    Subject subject{DescriptionOf(R())};
+    const R record = RandomFiller(subject.of.id).setEverything().template make<R>();
     read(subject, Form::Packed, packed(record));
     seeds.addRecord(R::className, subject);
 }
 
-template <class... R> void addAllRandom(const Seeds& seeds, RecordTypes<R...>)
-{
-    auto next = subjects().begin();
-    (addRandom<R>(seeds, *(*next++)->another()), ...);
-}
+template <class... R> void addAllRandom(const Seeds& seeds, RecordTypes<R...>) { (addRandom<R>(seeds), ...); }
 
 void addTable(const Seeds& seeds, const QFileInfo& file)
 {

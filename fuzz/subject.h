@@ -2,39 +2,30 @@
 
 /// A record whose class an input chooses, and its forms.
 
-#include "base/tallyobject.h"
+#include "frequencystore/reflection.h"
 #include "fuzz/target.h"
 
 #include <QDataStream>
 
 #include <functional>
 #include <memory>
-#include <vector>
 
 namespace Velmara::fuzz {
 
-/// What the base class of records cannot do.
-class Subject
+/// A record of some class.
+struct Subject
 {
-public:
-    virtual ~Subject() = default;
+    const RecordDescription& of;
+    std::unique_ptr<TALLYFORM::ITallyObject> record = of.make();
+
     /// An empty one of the same class, with the same flag.
-    virtual std::unique_ptr<Subject> another() const = 0;
-    virtual TALLYFORM::ITallyObject& record() = 0;
-    virtual const TALLYFORM::ITallyObject& record() const = 0;
-    virtual quint32 tag() const = 0;
-    virtual QByteArray packed() const = 0;
-    virtual void readPacked(QDataStream& stream) = 0;
-    virtual bool equals(const Subject& other) const = 0;
+    Subject another() const;
     /// What of the content no form rounds: texts, date-times and enumerations, read past all forms of texts.
-    virtual QByteArray exactContent() const = 0;
+    QByteArray exactContent() const;
 };
 
-/// An empty record of each class.
-const std::vector<std::unique_ptr<Subject>>& subjects();
-
 /// The first four bytes choose the class, by its tag or else by counting, the next one the flag.
-std::unique_ptr<Subject> chooseSubject(Input& input);
+Subject chooseSubject(Input& input);
 QByteArray choiceOf(const Subject& subject);
 
 enum class Form { Xml, Tagged, Packed, Compressed };

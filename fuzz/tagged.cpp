@@ -6,9 +6,9 @@ using namespace Velmara::fuzz;
 
 void Velmara::fuzz::run(Input input)
 {
-    const auto subject = chooseSubject(input);
+    const Subject subject = chooseSubject(input);
     isDone([&] {
-        readFromStream(input, [&](QDataStream& stream, int size) { subject->record().SetBinary(stream, size); });
+        readFromStream(input, [&](QDataStream& stream, int size) { subject.record->SetBinary(stream, size); });
     });
-    exercise(*subject);
+    exercise(subject);
 }

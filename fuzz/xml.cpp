@@ -6,10 +6,10 @@ using namespace Velmara::fuzz;
 
 void Velmara::fuzz::run(Input input)
 {
-    const auto subject = chooseSubject(input);
+    const Subject subject = chooseSubject(input);
     if (input.bits()[0])
-        isDone([&] { subject->record().SetXmlString(QString::fromUtf8(input.rest()), false); });
+        isDone([&] { subject.record->SetXmlString(QString::fromUtf8(input.rest()), false); });
     else
-        isDone([&] { subject->record().LoadXml(scratchFile(input.rest())); });
-    exercise(*subject);
+        isDone([&] { subject.record->LoadXml(scratchFile(input.rest())); });
+    exercise(subject);
 }

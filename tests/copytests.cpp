@@ -29,7 +29,7 @@ struct Settle
             settle(item);
     }
 };
-template <class R> void settle(const R& record) { visit(Record<R>::layout(record), Settle()); }
+template <class R> void settle(const R& record) { visit(Record<R>::ownData(record), Settle()); }
 
 /// All that can be told of a tree, flags and loggers included, without a touch on it.
 template <class R> void describe(const R& record, QDataStream& out);
@@ -55,7 +55,7 @@ struct Describe
 };
 template <class R> void describe(const R& record, QDataStream& out)
 {
-    const auto* data = Record<R>::held(record);
+    const auto* data = Record<R>::peekData(record);
     out << record.GetObjectName() << record.GetValidate() << quintptr(record.GetLogger().get()) << (data != nullptr);
     if (!data)
         return;
@@ -115,7 +115,7 @@ private:
     }
     template <class R> void meddleBelow(R& record)
     {
-        auto& data = Record<R>::layout(record);
+        auto& data = Record<R>::ownData(record);
         data.bits ^= m_filler.below(256);
         visit(data, *this);
     }

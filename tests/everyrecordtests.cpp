@@ -1,6 +1,6 @@
 /// What holds for every record class, tried on each.
 
-#include "frequencystore/kernel/packed.h"
+#include "frequencystore/kernel/forms/packed.h"
 #include "recordfixture.h"
 
 using namespace Velmara;
@@ -122,11 +122,11 @@ TYPED_TEST(EveryRecord, CopiesPart)
 TYPED_TEST(EveryRecord, DemandsItsMandatoryMembers)
 {
     const TypeParam whole = RandomFiller(3).setEverything().make<TypeParam>();
-    visit<mandatories>(Record<TypeParam>::layout(whole), [&]<class T>(const Member& m, const T&) {
+    visit<mandatories>(Record<TypeParam>::ownData(whole), [&]<class T>(const Member& m, const T&) {
         TypeParam lacking = whole;
-        visit(Record<TypeParam>::layout(lacking), [&](const Member& other, auto& field) {
+        visit(Record<TypeParam>::ownData(lacking), [&](const Member& other, auto& field) {
             if (other.bit == m.bit)
-                clear(Record<TypeParam>::layout(lacking), other, field);
+                clear(Record<TypeParam>::ownData(lacking), other, field);
         });
         EXPECT_FALSE(lacking.HasData()) << m.name.data();
         for (const bool validate : {true, false}) {
@@ -162,8 +162,8 @@ TYPED_TEST(EveryRecord, WritesAnythingWithoutValidation)
 TYPED_TEST(EveryRecord, RefusesBadValues)
 {
     TypeParam record;
-    visit(Record<TypeParam>::layout(record), [&]<class T>(const Member& m, T& field) {
-        auto& data = Record<TypeParam>::layout(record);
+    visit(Record<TypeParam>::ownData(record), [&]<class T>(const Member& m, T& field) {
+        auto& data = Record<TypeParam>::ownData(record);
         const auto refuses = [&](const T& value) {
             return messageOf<OutOfRangeException>([&] { assign(record, data, m, field, value); }) != "none";
         };
@@ -186,14 +186,14 @@ TYPED_TEST(EveryRecord, IsMadeByInputWithoutContent)
     fromTagged.SetBinary(none, 0);
     EXPECT_TRUE(fromXml.IsInitialized() && fromTagged.IsInitialized());
 
-    visit(Record<TypeParam>::layout(TypeParam()), []<class T>(const Member& m, const T& member) {
+    visit(Record<TypeParam>::ownData(TypeParam()), []<class T>(const Member& m, const T& member) {
         if constexpr (IsRecord<T>) {
             TypeParam parents[2];
             EXPECT_TRUE(parents[0].SetXmlString(
                 QString("<%1><%2/></%1>").arg(parents[0].GetObjectName(), member.GetObjectName()), false));
             readTagged(parents[1], bytesOf([&](QDataStream& out) { out << 0 << 8 << m.tag << 0; }));
             for (const TypeParam& parent : parents)
-                visit(*Record<TypeParam>::held(parent), [&]<class Other>(const Member& other, const Other& child) {
+                visit(*Record<TypeParam>::peekData(parent), [&]<class Other>(const Member& other, const Other& child) {
                     if constexpr (IsRecord<Other>) {
                         EXPECT_EQ(child.IsInitialized(), other.bit == m.bit) << other.name.data();
                     }
@@ -206,7 +206,7 @@ TYPED_TEST(EveryRecord, StaysAsItWasIfAPackedStreamIsOfAnotherVersion)
 {
     if constexpr (IsVersioned<TypeParam>) {
         QByteArray foreign = packed(RandomFiller(6).make<TypeParam>());
-        using Data = std::remove_reference_t<decltype(Record<TypeParam>::layout(TypeParam()))>;
+        using Data = std::remove_reference_t<decltype(Record<TypeParam>::ownData(TypeParam()))>;
         foreign[bytesOfBits<Data::count> + 5] = '9';
         TypeParam record = RandomFiller(7).setEverything().make<TypeParam>();
         const QByteArray before = packed(record);

@@ -1,6 +1,6 @@
 /// Numbers as text and back must be what Qt makes of them, whichever way they take.
 
-#include "frequencystore/kernel/numbers.h"
+#include "frequencystore/kernel/bytes/numbers.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frequencystore/kernel/walk.h"
+#include "frequencystore/kernel/model/walk.h"
 
 #include <cmath>
 #include <random>
@@ -28,7 +28,7 @@ public:
     template <class R> void fill(R& record)
     {
         using namespace Velmara::kernel;
-        auto& data = Record<R>::layout(record);
+        auto& data = Record<R>::ownData(record);
         const int chosen = below(countOf<alternatives, std::remove_reference_t<decltype(data)>>);
         visit(data, [&](const Member& m, auto& field) {
             const bool isWanted

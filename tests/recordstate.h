@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frequencystore/kernel/walk.h"
+#include "frequencystore/kernel/model/walk.h"
 #include "frequencystore/reflection.h"
 
 #include <string>
@@ -28,7 +28,7 @@ struct StateOfField
 /// What a record and all below it, set or not, have in memory: whether there is data, and what is marked in it.
 template <class R> std::string stateOf(const R& record)
 {
-    const auto* const data = Velmara::kernel::Record<R>::held(record);
+    const auto* const data = Velmara::kernel::Record<R>::peekData(record);
     if (!data)
         return "-";
     std::string state = std::to_string(data->bits) + char('b' + data->choice);

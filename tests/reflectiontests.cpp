@@ -2,7 +2,10 @@
 
 #include "recordfixture.h"
 
+
 #include <QDebug>
+
+#include <functional>
 
 using namespace Velmara;
 using namespace TALLYFORM;
@@ -144,4 +147,132 @@ TEST(Reflection, PrintsWhatIsSet)
     entry.GetFFM_Settings().SetAnalogDemod(FFM_Settings::AnalogDemod::FM);
     entry.GetShortTime_Settings();
     EXPECT_EQ(printed(entry), "FrequencyStoreEntry(ShortTime_Settings: ShortTime_Settings())");
+}
+
+namespace {
+
+/// Makes a record hold what another one does, by what the descriptions can do and nothing else.
+void copyBy(const RecordDescription& of, const ITallyObject& from, ITallyObject& to)
+{
+    for (const MemberDescription& member : of.members) {
+        for (const QString& text : member.texts(from))
+            member.isList ? member.append(to, text) : member.set(to, text);
+        for (const ITallyObject* child : member.children(from)) {
+            const auto copy = member.record().make();
+            copyBy(member.record(), *child, *copy);
+            member.isList ? member.append(to, *copy) : member.set(to, *copy);
+        }
+    }
+}
+
+} // namespace
+
+TEST(Reflection, SufficesToFillARecord)
+{
+    forAll(AllRecords(), []<class R>() {
+        const RecordDescription& of = DescriptionOf(R());
+        for (unsigned seed = 0; seed < 4; ++seed) {
+            RandomFiller filler(seed);
+            R record = seed ? filler.make<R>() : filler.setEverything().make<R>();
+            R copy, other;
+            copyBy(of, record, copy);
+            EXPECT_EQ(xml(copy), xml(record));
+            QBuffer buffer;
+            buffer.open(QIODevice::ReadWrite);
+            QDataStream stream(&buffer);
+            of.getPacked(copy, stream);
+            buffer.seek(0);
+            of.setPacked(other, stream);
+            EXPECT_TRUE(of.areEqual(copy, other)) << R::className;
+            for (const MemberDescription& member : of.members)
+                member.reset(copy);
+            EXPECT_EQ(of.areEqual(copy, record), record == R());
+        }
+    });
+}
+
+TEST(Reflection, WritesAsTheAccessorsDo)
+{
+    Area area;
+    const RecordDescription& of = DescriptionOf(area);
+    const MemberDescription &name = *of.member("Name"), &points = *of.member("Coordinate");
+    Coordinate point;
+    DescriptionOf(point).member("Latitude")->set(point, " 48.25");
+    EXPECT_EQ(point.GetLatitude(), 48.25);
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { DescriptionOf(point).member("Latitude")->set(point, "91"); }),
+              "Parameters for m_latitude are not set within range (-90, 90) in 'Coordinate'.");
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { DescriptionOf(point).member("Latitude")->set(point, "north"); }),
+              "'north' is no value of Latitude.");
+    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { points.append(area, point); }),
+              "Area: Tried to append not completely defined or invalid item Coordinate.");
+    point.SetLongitude(11);
+    points.append(area, point);
+    points.append(area, point);
+    DescriptionOf(point).member("Longitude")->set(points.edit(area, 1), "12");
+    points.remove(area, 0);
+    ASSERT_EQ(area.GetCoordinate().size(), 1);
+    EXPECT_EQ(area.GetCoordinate()[0].GetLongitude(), 12);
+    for (const auto& wrong : std::vector<std::function<void()>>{
+             [&] { points.edit(area, 1); }, [&] { points.remove(area, -1); }, [&] { points.append(area, "text"); },
+             [&] { points.append(area, Area()); }, [&] { points.set(area, point); }, [&] { name.append(area, "a"); },
+             [&] { name.edit(area); }, [&] { name.remove(area, 0); }, [&] { name.set(area, point); }})
+        EXPECT_TRUE(messageOf<TallyException>(wrong).endsWith("of Area cannot be used so."));
+
+    FFM_Settings settings;
+    const auto set
+        = [&](const char* member, const QString& text) { DescriptionOf(settings).member(member)->set(settings, text); };
+    set("AnalogDemod", "USB");
+    EXPECT_EQ(settings.GetAnalogDemod(), FFM_Settings::AnalogDemod::USB);
+    EXPECT_EQ(messageOf<OutOfRangeException>([&] { set("AnalogDemod", "XYZ"); }),
+              "enum is not valid (classname=FFM_Settings,membername=m_analogDemod)");
+}
+
+TEST(Paths, LeadToEveryValue)
+{
+    RandomFiller filler(5);
+    const auto entry = filler.setEverything().make<FrequencyStoreEntry>();
+    const QStringList paths = PathsOf(DescriptionOf(entry));
+    FrequencyStoreEntry other;
+    for (const PathValue& value : ValuesIn(entry)) {
+        EXPECT_TRUE(paths.contains(WithoutPlaces(value.path))) << value.path.toStdString();
+        const QString path = value.member->isList ? value.path.left(value.path.lastIndexOf('[')) : value.path;
+        EXPECT_TRUE(TextsAt(entry, path).contains(value.text)) << value.path.toStdString();
+        if (!value.path.contains('[')) {
+            SetTextAt(other, path, value.text);
+            EXPECT_EQ(TextsAt(other, path), QStringList{value.text});
+        }
+    }
+}
+
+TEST(Paths, NamePlaces)
+{
+    FrequencyStoreEntry entry;
+    EXPECT_EQ(TextsAt(entry, "FFM_Settings/Frequency"), QStringList());
+    EXPECT_FALSE(entry.IsInitialized());
+    SetTextAt(entry, "FFM_Settings/Frequency", "121.5e6");
+    EXPECT_EQ(entry.GetFFM_Settings().GetFrequency().GetValue(), 121.5e6);
+    EXPECT_EQ(TextsAt(entry, "FFM_Settings/Frequency/Value"), QStringList{"121500000.00"});
+    ResetAt(entry, "FFM_Settings/Frequency");
+    EXPECT_FALSE(entry.GetFFM_Settings().GetFrequency().IsValueSet());
+    entry.GetLocation().GetLocationResult().resize(2);
+    SetTextAt(entry, "Location/LocationResult[2]/DFBandwidth", "5");
+    EXPECT_EQ(entry.GetLocation().GetLocationResult()[1].GetDFBandwidth(), 5);
+    for (const char* none : {"", "Nothing", "FFM_Settings", "FFM_Settings/Nothing", "Type/Type", "Type[1]",
+                             "Location/LocationResult/DFBandwidth", "Location/LocationResult[0]/DFBandwidth",
+                             "Location/LocationResult[3]/DFBandwidth", "FFM_Settings[1]/Frequency", "/Type", "Type/"})
+        EXPECT_THROW(SetTextAt(entry, none, "1"), TallyException) << none;
+    EXPECT_EQ(PathsNamed("ChannelNo", DescriptionOf(entry)), QStringList{"FFM_Settings/Detail/ChannelNo"});
+    EXPECT_EQ(PathsNamed("Type", DescriptionOf(entry)), QStringList{"Type"});
+    EXPECT_EQ(PathsNamed("Nothing", DescriptionOf(entry)), QStringList());
+}
+
+TEST(Paths, AreThoseOfCsvColumns)
+{
+    using ListType = FrequencyStoreListHelper::ListType;
+    for (int type = 0; type <= int(ListType::DetectionResult); ++type) {
+        const bool isResult = ListType(type) == ListType::DetectionResult;
+        const QStringList paths = PathsOf(*FindRecordDescription(isResult ? "DetectionResult" : "FrequencyStoreEntry"));
+        for (const CsvColumnDescription& column : FileHandling::DescribeCSV(ListType(type)))
+            EXPECT_TRUE(paths.contains(column.member)) << column.member.toStdString();
+    }
 }

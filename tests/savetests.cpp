@@ -1,6 +1,6 @@
 /// Saving, by every way there is to a file: at any moment the path holds the old content or the new one.
 
-#include "base/files.h"
+#include "base/savefile.h"
 #include "exchangefixture.h"
 
 #include <QDir>

@@ -1,6 +1,7 @@
 /// What may be done from several threads at once. A program of its own, for the ThreadSanitizer to watch.
 
-#include "base/files.h"
+#include "base/readfile.h"
+#include "base/savefile.h"
 #include "recordfixture.h"
 
 #include <QTemporaryDir>
@@ -59,7 +60,7 @@ struct ReadAll
 template <class R> void readAll(const R& record)
 {
     int read = 0;
-    visit(std::as_const(Record<R>::layout(record)), ReadAll{read});
+    visit(std::as_const(Record<R>::ownData(record)), ReadAll{read});
 }
 
 /// Everything one does with a list.

@@ -304,7 +304,7 @@ TEST_F(Tool, ChecksEveryEntry)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.output,
               "good.xml: 2 entries, no fault\n"
-              "bad.xml: FrequencyStoreEntry[1]/FFM_Settings: Frequency: Please set Value properly.\n"
+              "bad.xml: FrequencyStoreEntry[1]/FFM_Settings/Frequency: Frequency: Please set Value properly.\n"
               "bad.xml: FrequencyStoreEntry[2]/FFM_Settings: FFM_Settings: Please set AnalogDemod properly.\n"
               "bad.xml: 2 entries, 2 faults\n");
     const QByteArray type = "<Type>airband</Type>";
@@ -313,6 +313,11 @@ TEST_F(Tool, ChecksEveryEntry)
               "odd.xml, line 4, column 31: Unknown Tag 'Colour' in 'FrequencyStoreEntry'.\n"
               "odd.xml: FrequencyStoreEntry[2]/FFM_Settings: FFM_Settings: Please set AnalogDemod properly.\n"
               "odd.xml: 2 entries, 2 faults\n");
+    write("blank.xml", read("good.xml").replace(">true<", "><").replace(">FM<", ">XM<"));
+    const QString blank = run("check blank.xml").output;
+    EXPECT_TRUE(blank.contains("Please set a value or a default for the boolean 'Active' in 'Detail'.\n"))
+        << blank.toStdString();
+    EXPECT_TRUE(blank.endsWith("Please set AnalogDemod properly.\nblank.xml: 2 entries, 2 faults\n"));
     write("broken.xml", document.left(300));
     EXPECT_EQ(run("check broken.xml").status, 1);
     EXPECT_TRUE(run("check broken.xml").errors.startsWith("velmara: broken.xml, line "));

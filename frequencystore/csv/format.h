@@ -53,50 +53,36 @@ template <class R> struct Column
     Test isPassedOver = nullptr;
 
     /// The cell of a value that is not set holds what the value is then, as 0.
-    Column filled() const
-    {
-        Column c = remarked("written even if not set");
-        c.isFilled = true;
-        return c;
-    }
+    Column filled() const { return remarked("written even if not set").with(&Column::isFilled, true); }
     /// The cell of a value that is not set is empty.
-    Column blank() const
-    {
-        Column c = remarked("empty if not set");
-        c.isBlank = true;
-        return c;
-    }
+    Column blank() const { return remarked("empty if not set").with(&Column::isBlank, true); }
     /// The cell "---" is read as any other.
     Column alwaysRead() const
     {
-        Column c = remarked("always read");
-        c.isFilled = c.isAlwaysRead = true;
-        return c;
+        return remarked("always read").with(&Column::isFilled, true).with(&Column::isAlwaysRead, true);
     }
     /// Records for which the test fails have no cell there, and if all of them have none, the file has no such column.
-    Column neededIf(Test test) const
-    {
-        Column c = *this;
-        c.isNeeded = test;
-        return c;
-    }
+    Column neededIf(Test test) const { return with(&Column::isNeeded, test); }
     /// A reader of its own, and which cells of a file it passes over.
     Column readBy(Reader reader, Test passedOver) const
     {
-        Column c = *this;
-        c.read = reader;
-        c.isPassedOver = passedOver;
-        return c;
+        return with(&Column::read, reader).with(&Column::isPassedOver, passedOver);
     }
     /// What the documentation has to add.
     Column remarked(const char* text) const
     {
-        Column c = *this;
-        c.form += QLatin1String(", ") + QLatin1String(text);
-        return c;
+        return with(&Column::form, QString(form + QLatin1String(", ") + QLatin1String(text)));
     }
 
     bool hasCell(const R& record) const { return !isNeeded || isNeeded(record); }
+
+private:
+    template <class T> Column with(T Column::*fact, T value) const
+    {
+        Column c = *this;
+        c.*fact = value;
+        return c;
+    }
 };
 
 template <class R> struct Format

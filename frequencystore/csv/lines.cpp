@@ -1,7 +1,7 @@
 #include "frequencystore/csv/lines.h"
 
 #include "base/exceptions.h"
-#include "base/files.h"
+#include "base/readfile.h"
 #include "frequencystore/csv/text.h"
 
 #include <QFile>

@@ -40,8 +40,9 @@ bool Loader::readRow(int cells)
     m_row = next();
     if (m_row.isEmpty() || std::count(m_row.begin(), m_row.end(), separator) + 1 == cells)
         return !m_row.isEmpty();
-    TallyException failure(QStringLiteral("Data is corrupt!. It can't be assigned to the header!"));
-    failure.SetOrigin(QStringLiteral("%1, line %2").arg(m_source, QString::number(m_line)));
+    TallyException failure(QStringLiteral("Data is corrupt!. It can't be assigned to the header!"),
+                           Fault::Kind::Damaged);
+    failure.GetFault().place = {.source = m_source, .line = m_line};
     throw failure;
 }
 

@@ -3,7 +3,7 @@
 /// The text of CSV files: the forms of cells, and what a reader would not get back of them.
 
 #include "frequencystore/exchangereport.h"
-#include "frequencystore/kernel/numbers.h"
+#include "frequencystore/kernel/bytes/numbers.h"
 
 namespace Velmara::csv {
 

@@ -2,14 +2,15 @@
 
 /// For the source file of a family of records: instantiates their operations.
 
-#include "frequencystore/kernel/carriage.h"
-#include "frequencystore/kernel/check.h"
-#include "frequencystore/kernel/compare.h"
-#include "frequencystore/kernel/describe.h"
-#include "frequencystore/kernel/lifecycle.h"
-#include "frequencystore/kernel/packed.h"
-#include "frequencystore/kernel/tagged.h"
-#include "frequencystore/kernel/xml.h"
+#include "frequencystore/kernel/forms/carriage.h"
+#include "frequencystore/kernel/forms/packed.h"
+#include "frequencystore/kernel/forms/tagged.h"
+#include "frequencystore/kernel/forms/xml.h"
+#include "frequencystore/kernel/model/check.h"
+#include "frequencystore/kernel/model/compare.h"
+#include "frequencystore/kernel/model/describe.h"
+#include "frequencystore/kernel/model/faults.h"
+#include "frequencystore/kernel/model/lifecycle.h"
 
 namespace Velmara::kernel {
 
@@ -41,8 +42,20 @@ template <class... Row> constexpr bool areAlternatives(const char* labels, Rows<
     return (isNext(Row::info) && ...) && *labels == '\0';
 }
 
+/// Whether no two rows have the same tag.
+template <class... Row> constexpr bool areTagsUnique(Rows<Row...>)
+{
+    const quint32 tags[] = {Row::info.tag..., 0};
+    for (std::size_t i = 0; i < sizeof...(Row); ++i)
+        if (std::count(std::begin(tags), std::end(tags), tags[i]) > 1)
+            return false;
+    return true;
+}
+
 template <class R, class Data> constexpr void assertWellFormed()
 {
+    static_assert(areTagsUnique(typename Data::List()),
+                  "each row has a tag of its own, by which tagged binary finds it");
     static_assert(countOf<contents, Data> <= 1, "a record has one content at most");
     static_assert(HasChoice<R> || !has<alternatives, Data>, "an alternative needs a VELMARA_CHOICE");
     if constexpr (HasChoice<R>)
@@ -52,8 +65,8 @@ template <class R, class Data> constexpr void assertWellFormed()
 
 template <class R> bool Record<R>::prepareNames()
 {
-    assertWellFormed<R, Layout<R>>();
-    visitDescriptions(typename Layout<R>::List(), [](const Member& m) {
+    assertWellFormed<R, DataOf<R>>();
+    visitDescriptions(typename DataOf<R>::List(), [](const Member& m) {
         if (m.names)
             m.names();
     });
@@ -69,11 +82,11 @@ template <class R> bool Record<R>::prepareNames()
     R::R(const R& other) : ITallyObject(id, other.GetObjectType()), m_data(other.m_data)                               \
     {                                                                                                                  \
         ITallyObject::SetValidate(other.GetValidate());                                                                \
-        kernel::Record<R>::part(*this);                                                                                \
+        kernel::Record<R>::detachTree(*this);                                                                          \
     }                                                                                                                  \
     R::R(R&& other) noexcept : ITallyObject(id, other.ITallyObject::GetObjectType()), m_data(std::move(other.m_data))  \
     {                                                                                                                  \
-        kernel::Record<R>::settle(*this, other);                                                                       \
+        kernel::Record<R>::finishMove(*this, other);                                                                   \
     }                                                                                                                  \
     R::~R() = default;                                                                                                 \
     R& R::operator=(const R& other)                                                                                    \
@@ -87,13 +100,13 @@ template <class R> bool Record<R>::prepareNames()
         return *this;                                                                                                  \
     }                                                                                                                  \
     bool R::operator==(const R& other) const { return kernel::Record<R>::equal(*this, other); }                        \
-    void R::InitData() const { kernel::Record<R>::own(*this); }                                                        \
+    void R::InitData() const { kernel::Record<R>::makeOwnData(*this); }                                                \
     bool R::HasData() const { return kernel::Record<R>::hasData(*this); }                                              \
     bool R::AnyData() const { return kernel::Record<R>::anyData(*this); }                                              \
     void R::Reset() { kernel::Record<R>::reset(*this); }                                                               \
     void R::ResetToDefault() { kernel::Record<R>::resetToDefault(*this); }                                             \
     void R::Check() const { Check(false); }                                                                            \
-    void R::Check(bool flag) const { kernel::Record<R>::checkTree(*this, flag); }                                      \
+    void R::Check(bool flag) const { kernel::Record<R>::handDownAndCheck(*this, flag); }                               \
     void R::SetObjectType(TALLYFORM::ObjectTypes) {}                                                                   \
     void R::SetValidate(bool validate) const { kernel::Record<R>::setValidate(*this, validate); }                      \
     void R::SetLogger(std::shared_ptr<TALLYFORM::Logger> logger) const                                                 \
@@ -105,17 +118,22 @@ template <class R> bool Record<R>::prepareNames()
         kernel::QtXmlSink sink(writer);                                                                                \
         kernel::Record<R>::writeXmlTree(*this, sink);                                                                  \
     }                                                                                                                  \
-    bool R::AppendXml(QByteArray& document, bool isIndented, const TALLYFORM::ByteDrain& drain) const                  \
+    bool R::AppendXml(QByteArray& document, bool isIndented, const TALLYFORM::ByteSink& sink) const                    \
     {                                                                                                                  \
         if (!kernel::Record<R>::isItself(*this))                                                                       \
-            return ITallyObject::AppendXml(document, isIndented, drain);                                               \
-        kernel::Utf8XmlSink sink(document, isIndented, drain);                                                         \
-        kernel::Record<R>::writeXmlTree(*this, sink);                                                                  \
-        return sink.isCarried();                                                                                       \
+            return ITallyObject::AppendXml(document, isIndented, sink);                                                \
+        kernel::Utf8XmlSink xml(document, isIndented, sink);                                                           \
+        kernel::Record<R>::writeXmlTree(*this, xml);                                                                   \
+        return xml.isCarried();                                                                                        \
     }                                                                                                                  \
     QString R::FindUncarried(TALLYFORM::WrittenForm form) const                                                        \
     {                                                                                                                  \
         return kernel::Record<R>::findUncarried(*this, form, QString());                                               \
+    }                                                                                                                  \
+    QVector<TALLYFORM::Fault> R::FindFaults() const                                                                    \
+    {                                                                                                                  \
+        const QVector<TALLYFORM::Fault> faults = kernel::Record<R>::findFaults(*this);                                 \
+        return faults.isEmpty() && !kernel::Record<R>::isItself(*this) ? ITallyObject::FindFaults() : faults;          \
     }                                                                                                                  \
     void R::ProcessXml(QXmlStreamReader& reader)                                                                       \
     {                                                                                                                  \
@@ -124,7 +142,7 @@ template <class R> bool Record<R>::prepareNames()
     }                                                                                                                  \
     void R::ProcessXmlStartElement(QXmlStreamReader& reader)                                                           \
     {                                                                                                                  \
-        if constexpr (!kernel::has<kernel::contents, kernel::Record<R>::Layout<R>>)                                    \
+        if constexpr (!kernel::has<kernel::contents, kernel::Record<R>::DataOf<R>>)                                    \
             kernel::Record<R>::readElement(*this, reader);                                                             \
     }                                                                                                                  \
     bool R::GetBinary(QDataStream& stream, int tag, bool writeTag) const                                               \
@@ -134,18 +152,18 @@ template <class R> bool Record<R>::prepareNames()
     void R::SetBinary(QDataStream& stream, int length)                                                                 \
     {                                                                                                                  \
         kernel::Record<R>::propagate(*this);                                                                           \
-        kernel::ByteSource in(stream);                                                                                 \
+        kernel::BinarySource in(stream);                                                                               \
         kernel::Record<R>::readTagged(*this, in, length);                                                              \
     }                                                                                                                  \
     void R::GetVersionSpecificBinaryWithoutValidation(QDataStream& stream) const                                       \
     {                                                                                                                  \
-        kernel::ByteSink out(stream);                                                                                  \
+        kernel::BinarySink out(stream);                                                                                \
         kernel::Record<R>::writePacked(*this, out);                                                                    \
         out.flush();                                                                                                   \
     }                                                                                                                  \
     void R::SetVersionSpecificBinaryWithoutValidation(QDataStream& stream)                                             \
     {                                                                                                                  \
-        kernel::ByteSource in(stream);                                                                                 \
+        kernel::BinarySource in(stream);                                                                               \
         kernel::Record<R>::readPacked(*this, in);                                                                      \
     }                                                                                                                  \
     namespace {                                                                                                        \

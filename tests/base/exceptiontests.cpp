@@ -19,7 +19,7 @@ TEST(ExceptionTest, DetailNamesClassMessageAndOrigin)
 {
     InvalidXmlException failure(QStringLiteral("Unknown Tag"));
     EXPECT_EQ(failure.GetDetail(), QStringLiteral("InvalidXmlException: Unknown Tag"));
-    failure.SetOrigin(QStringLiteral("list.xml, line 12, column 5"));
+    failure.GetFault().place = {.source = QStringLiteral("list.xml"), .line = 12, .column = 5};
     const TallyFormException& root = failure;
     EXPECT_EQ(root.GetDetail(), QStringLiteral("InvalidXmlException: Unknown Tag (list.xml, line 12, column 5)"));
     EXPECT_EQ(root.GetMessage(), QStringLiteral("Unknown Tag"));

@@ -1,4 +1,5 @@
-#include "base/files.h"
+#include "base/readfile.h"
+#include "base/savefile.h"
 #include "note.h"
 
 #include <QFile>

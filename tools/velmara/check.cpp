@@ -15,39 +15,6 @@ using namespace TALLYFORM;
 
 namespace {
 
-struct Fault
-{
-    QString path; ///< below the list
-    QString message;
-};
-
-/// What Check says of a record itself; null if nothing.
-QString faultOf(const ITallyObject& record)
-{
-    try {
-        record.Check();
-        return {};
-    } catch (const TallyFormException& failure) {
-        return failure.GetMessage();
-    }
-}
-
-/// Adds the faults of a tree, each where it is: a record of which a child is faulty is so for that reason.
-void addFaults(const ITallyObject& record, const QString& path, QVector<Fault>& faults)
-{
-    const int known = faults.size();
-    for (const MemberDescription& member : DescriptionOf(record).members) {
-        int place = 0;
-        for (const ITallyObject* child : member.children(record)) {
-            const QString name = member.isList ? QStringLiteral("%1[%2]").arg(member.name).arg(++place) : member.name;
-            addFaults(*child, path.isEmpty() ? name : path + QLatin1Char('/') + name, faults);
-        }
-    }
-    const QString message = faults.size() == known ? faultOf(record) : QString();
-    if (!message.isNull())
-        faults += {path, message};
-}
-
 /// What convert would refuse of detection results that have no other fault.
 void addRefusals(const DetectionResultList& results, QVector<Fault>& faults)
 {
@@ -56,7 +23,7 @@ void addRefusals(const DetectionResultList& results, QVector<Fault>& faults)
         faulty += fault.path.section(QLatin1Char('/'), 0, 0);
     const auto add = [&](const QString& path, const QString& reason) {
         if (!faulty.contains(path))
-            faults += {path, reason};
+            faults += Fault{.path = path, .message = reason};
     };
     FrequencyStoreList entries;
     const ConversionReport report = DetectionResultHelper::Convert(results, entries, BadResults::AreSkipped);
@@ -66,26 +33,41 @@ void addRefusals(const DetectionResultList& results, QVector<Fault>& faults)
         add(QStringLiteral("DetectionResult[%1]").arg(refused.index + 1), refused.reason);
 }
 
+QString placeOf(const Fault& fault)
+{
+    return fault.path.isEmpty() ? fault.member : fault.path + QLatin1Char('/') + fault.member;
+}
+
+/// The faults of a list that a validating reader refuses, that for which it does among them.
+QVector<Fault> faultsOfRefused(const ListFile& file, FrequencyStoreListHelper& helper,
+                               const TallyFormException& failure)
+{
+    helper.Reset();
+    helper.SetValidate(false);
+    readThoroughly(file, helper);
+    helper.SetValidate(true);
+    QVector<Fault> faults = listIn(helper).FindFaults();
+    if (faults.isEmpty()) // what only a reader that validates takes offence at
+        throw failure;
+    const QString first = placeOf(failure.GetFault());
+    const auto isItsReason = [&](const Fault& fault) { return placeOf(fault).startsWith(first); }; // here or below
+    if (std::none_of(faults.begin(), faults.end(), isItsReason))
+        faults.prepend(failure.GetFault());
+    return faults;
+}
+
 /// The faults of a file whose content can be read, one after the other.
 QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
 {
     QVector<Fault> faults;
     try {
         for (const QString& warning : readThoroughly(file, helper))
-            faults += {{}, warning};
-        addFaults(listIn(helper), {}, faults);
+            faults += Fault{.message = warning};
+        faults += listIn(helper).FindFaults();
     } catch (const TallyFormException& failure) {
         if (file.form == Form::Csv)
             throw;
-        helper.Reset();
-        helper.SetValidate(false);
-        readThoroughly(file, helper);
-        helper.SetValidate(true);
-        addFaults(listIn(helper), {}, faults);
-        if (faults.isEmpty()) // what only a reader that validates takes offence at
-            throw;
-        if (failure.GetMessage().contains(QLatin1String("Unknown Tag"))) // passed over without validation
-            faults.prepend({{}, failure.GetMessage()});
+        faults = faultsOfRefused(file, helper, failure);
     }
     if (helper.GetListType() == FrequencyStoreListHelper::ListType::DetectionResult)
         addRefusals(std::as_const(helper).GetDetectionResultList(), faults);
@@ -94,10 +76,11 @@ QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
 
 void printFault(const ListFile& file, const Fault& fault)
 {
-    const QString path = fault.path.isEmpty() ? QStringLiteral("the list") : fault.path;
-    QString place;
-    if (!tellsFile(fault.message, file.name))
-        place = file.name + QStringLiteral(": ") + path + QStringLiteral(": ");
+    QString place = fault.place.text(); // of the input, or else of the tree
+    if (place.isEmpty() && !tellsFile(fault.message, file.name))
+        place = file.name + QStringLiteral(": ") + (fault.path.isEmpty() ? QStringLiteral("the list") : fault.path);
+    if (!place.isEmpty())
+        place += QStringLiteral(": ");
     print(place + coloured(fault.message, Colour::Red) + QLatin1Char('\n'));
 }
 

@@ -102,7 +102,7 @@ int CommandLine::run(const QStringList& arguments, const std::function<int()>& c
     return failed;
 }
 
-void CommandLine::report(const TallyFormException& failure) { tell(describe(failure)); }
+void CommandLine::report(const TallyFormException& failure) { tell(describe(failure.GetFault())); }
 
 QStringList CommandLine::values(const QString& option) const
 {

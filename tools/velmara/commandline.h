@@ -41,7 +41,7 @@ public:
 
     bool isSet(const QString& option) const { return m_parser.isSet(option); }
     QString value(const QString& option) const { return m_parser.value(option); }
-    /// The values of an option that takes several, parted by commas.
+    /// The values of an option that takes several, separated by commas.
     QStringList values(const QString& option) const;
     /// The arguments that are no options. Throws UsageError if they are too few or too many.
     QStringList files(int least, int most) const;

@@ -3,7 +3,7 @@
 #include "commandline.h"
 #include "terminal.h"
 
-#include <QRegularExpression>
+#include <algorithm>
 
 using namespace Velmara;
 using TALLYFORM::ITallyObject;
@@ -12,45 +12,10 @@ using ListType = FrequencyStoreListHelper::ListType;
 
 namespace {
 
-QString below(const QString& path, const MemberDescription& member)
+PathValue shown(PathValue value)
 {
-    if (member.form == MemberDescription::Form::Content)
-        return path;
-    return path.isEmpty() ? member.name : path + QLatin1Char('/') + member.name;
-}
-
-QString at(const QString& path, const MemberDescription& member, int place)
-{
-    return member.isList ? QStringLiteral("%1[%2]").arg(path).arg(place + 1) : path;
-}
-
-void addTexts(const MemberDescription& member, const ITallyObject& record, const QString& path,
-              QVector<MemberValue>& values)
-{
-    int place = 0;
-    for (const QString& text : member.texts(record))
-        values += {at(path, member, place++), visible(text.trimmed()), &member};
-}
-
-void addValues(const ITallyObject& record, const QString& path, QVector<MemberValue>& values)
-{
-    for (const MemberDescription& member : DescriptionOf(record).members) {
-        const QString own = below(path, member);
-        int place = 0;
-        for (const ITallyObject* child : member.children(record))
-            addValues(*child, at(own, member, place++), values);
-        addTexts(member, record, own, values);
-    }
-}
-
-void addPaths(const RecordDescription& description, const QString& path, QStringList& paths)
-{
-    for (const MemberDescription& member : description.members) {
-        if (member.holdsRecords())
-            addPaths(member.record(), below(path, member), paths);
-        else
-            paths += below(path, member);
-    }
+    value.text = visible(value.text.trimmed());
+    return value;
 }
 
 } // namespace
@@ -86,22 +51,23 @@ QString countIn(const FrequencyStoreListHelper& helper)
     return count == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(count);
 }
 
-QVector<MemberValue> valuesOf(const ITallyObject& record)
+QVector<PathValue> valuesOf(const ITallyObject& record)
 {
-    QVector<MemberValue> values;
-    addValues(record, {}, values);
+    QVector<PathValue> values = ValuesIn(record);
+    std::transform(values.begin(), values.end(), values.begin(), shown);
     return values;
 }
 
-QVector<MemberValue> headingOf(const ITallyObject& list)
+QVector<PathValue> headingOf(const ITallyObject& list)
 {
-    QVector<MemberValue> values;
+    QVector<PathValue> values;
     for (const MemberDescription& member : DescriptionOf(list).members)
-        addTexts(member, list, member.name, values);
+        for (const QString& text : member.texts(list))
+            values += shown({member.name, text, &member});
     return values;
 }
 
-QString textOf(const QVector<MemberValue>& values)
+QString textOf(const QVector<PathValue>& values)
 {
     return textOf(values, [](const QString&) { return true; });
 }
@@ -115,29 +81,10 @@ QStringList frequencyPaths()
             QStringLiteral("ShortTime_Settings/Frequency")};
 }
 
-QStringList pathsOf(const RecordDescription& description)
-{
-    QStringList paths;
-    addPaths(description, {}, paths);
-    return paths;
-}
-
-QString withoutPlaces(const QString& path)
-{
-    static const QRegularExpression places(QStringLiteral("\\[\\d+\\]"));
-    return path.contains(QLatin1Char('[')) ? QString(path).remove(places) : path;
-}
-
 QStringList pathsNamed(const QString& name, const RecordDescription& description)
 {
-    const QStringList paths = pathsOf(description);
-    if (paths.contains(name))
-        return {name};
-    QStringList named;
-    for (const QString& path : paths)
-        if (path.endsWith(QLatin1Char('/') + name))
-            named += path;
-    if (named.isEmpty())
+    const QStringList paths = PathsNamed(name, description);
+    if (paths.isEmpty())
         throw UsageError(QStringLiteral("an entry has no value '%1'.").arg(name));
-    return named;
+    return paths;
 }

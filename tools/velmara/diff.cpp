@@ -23,7 +23,7 @@ class List
 public:
     explicit List(const ListFile& file) { readList(file, m_helper); }
 
-    QVector<MemberValue> heading() const { return headingOf(listIn(m_helper)); }
+    QVector<PathValue> heading() const { return headingOf(listIn(m_helper)); }
     QVector<Entry> entries() const
     {
         QVector<Entry> entries;
@@ -77,10 +77,10 @@ void printAll(const QVector<Entry>& entries, const QString& sign, Colour colour)
               + QLatin1Char('\n'));
 }
 
-QHash<QString, QString> textsByPath(const QVector<MemberValue>& values)
+QHash<QString, QString> textsByPath(const QVector<PathValue>& values)
 {
     QHash<QString, QString> texts;
-    for (const MemberValue& value : values)
+    for (const PathValue& value : values)
         texts.insert(value.path, value.text);
     return texts;
 }
@@ -92,13 +92,13 @@ void printDifference(const QString& path, const QString& before, const QString& 
 }
 
 /// The values that differ, a line each: first those of the left side, in its order.
-void printDifferences(const QVector<MemberValue>& left, const QVector<MemberValue>& right)
+void printDifferences(const QVector<PathValue>& left, const QVector<PathValue>& right)
 {
     const QHash<QString, QString> before = textsByPath(left), after = textsByPath(right);
     const QString notSet = QStringLiteral("(not set)");
-    for (const MemberValue& value : left)
+    for (const PathValue& value : left)
         printDifference(value.path, value.text, after.value(value.path, notSet));
-    for (const MemberValue& value : right)
+    for (const PathValue& value : right)
         if (!before.contains(value.path))
             printDifference(value.path, notSet, value.text);
 }
@@ -110,7 +110,7 @@ void printChange(const QString& what)
 
 void printChange(const Pair& pair)
 {
-    const QVector<MemberValue> left = valuesOf(*pair.left.record), right = valuesOf(*pair.right.record);
+    const QVector<PathValue> left = valuesOf(*pair.left.record), right = valuesOf(*pair.right.record);
     printChange(QStringLiteral("%1 -> %2: %3")
                     .arg(QString::number(pair.left.number), QString::number(pair.right.number), labelOf(left)));
     printDifferences(left, right);
@@ -121,9 +121,9 @@ bool printDifferences(const ListFile& a, const ListFile& b, const Identity& iden
 {
     const List before(a), after(b);
     QVector<Entry> left = before.entries(), right = after.entries();
-    takePairs(left, right, [](const QVector<MemberValue>& values) { return textOf(values); });
+    takePairs(left, right, [](const QVector<PathValue>& values) { return textOf(values); });
     const QVector<Pair> changed
-        = takePairs(left, right, [&](const QVector<MemberValue>& values) { return identity.of(values); });
+        = takePairs(left, right, [&](const QVector<PathValue>& values) { return identity.of(values); });
     const bool isHeadingChanged = textOf(before.heading()) != textOf(after.heading());
     if (!isHeadingChanged && left.isEmpty() && right.isEmpty() && changed.isEmpty())
         return false;

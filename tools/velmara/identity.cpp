@@ -1,5 +1,7 @@
 #include "identity.h"
 
+using namespace Velmara;
+
 namespace {
 
 const QString by = QStringLiteral("by");
@@ -9,7 +11,7 @@ const QString by = QStringLiteral("by");
 void Identity::addOption(CommandLine& line)
 {
     line.addValue({by}, QStringLiteral("NAMES"),
-                  QStringLiteral("The members in which two entries are equal if they are the same entry, parted by "
+                  QStringLiteral("The members in which two entries are equal if they are the same entry, separated by "
                                  "commas; their frequency, if not told. Members go by name, or by the path that leads "
                                  "to them, as FFM_Settings/Detail/ChannelNo."));
 }
@@ -23,20 +25,20 @@ Identity::Identity(const CommandLine& line, const Velmara::RecordDescription& en
         m_paths = frequencyPaths() << rangeStartPath << rangeStopPath;
 }
 
-QString Identity::of(const QVector<MemberValue>& values) const
+QString Identity::of(const QVector<PathValue>& values) const
 {
-    return textOf(values, [this](const QString& path) { return m_paths.contains(withoutPlaces(path)); });
+    return textOf(values, [this](const QString& path) { return m_paths.contains(WithoutPlaces(path)); });
 }
 
-QString labelOf(const QVector<MemberValue>& values)
+QString labelOf(const QVector<PathValue>& values)
 {
     static const QStringList telling = frequencyPaths()
                                     << rangeStartPath << rangeStopPath << QStringLiteral("FFM_Settings/AnalogDemod")
                                     << QStringLiteral("Type") << QStringLiteral("Comment");
     QStringList label;
     for (const QString& path : telling)
-        for (const MemberValue& value : values)
-            if (withoutPlaces(value.path) == path)
+        for (const PathValue& value : values)
+            if (WithoutPlaces(value.path) == path)
                 label += value.text;
     return label.join(QStringLiteral(", "));
 }

@@ -12,11 +12,11 @@ public:
     Identity(const CommandLine& line, const Velmara::RecordDescription& entry);
 
     /// The values that count, as one text; null if an entry has none, which is the same as no other.
-    QString of(const QVector<MemberValue>& values) const;
+    QString of(const QVector<Velmara::PathValue>& values) const;
 
 private:
     QStringList m_paths;
 };
 
 /// What tells an entry from others at a glance: its frequency and what stands beside it.
-QString labelOf(const QVector<MemberValue>& values);
+QString labelOf(const QVector<Velmara::PathValue>& values);

@@ -4,7 +4,8 @@
 #include "regularfile.h"
 #include "terminal.h"
 
-#include <base/files.h>
+#include <base/readfile.h>
+#include <base/savefile.h>
 
 #include <QDataStream>
 #include <QFile>
@@ -16,28 +17,6 @@ using namespace Velmara;
 using ListType = FrequencyStoreListHelper::ListType;
 
 namespace {
-
-/// Keeps the reason why an operation gave false.
-class LastReason : public Logger
-{
-public:
-    void Log(const QString& message) override { m_reason = message; }
-    const QString& reason() const { return m_reason; }
-
-private:
-    QString m_reason;
-};
-
-/// Runs an operation that gives false on failure and tells the reason to the list's logger.
-template <class Operation> void demand(const ITallyObject& list, Operation operation)
-{
-    const auto logger = std::make_shared<LastReason>();
-    list.SetLogger(logger);
-    const bool isDone = operation();
-    list.ResetLogger();
-    if (!isDone)
-        throw TallyException(logger->reason());
-}
 
 QByteArray bytesOf(const QString& path)
 {
@@ -51,7 +30,7 @@ QByteArray bytesOf(const QString& path)
     return content;
 }
 
-template <class List> bool readPacked(const QString& path, List& list)
+template <class List> void readPacked(const QString& path, List& list)
 {
     QDataStream stream(bytesOf(path));
     try {
@@ -61,23 +40,22 @@ template <class List> bool readPacked(const QString& path, List& list)
             throw;
     }
     if (stream.status() != QDataStream::Ok || !stream.atEnd())
-        throw BinaryParsingException(QStringLiteral("This is no packed list, or a damaged one."));
-    return true;
+        throw BinaryParsingException(QStringLiteral("This is no packed list, or a damaged one."), Fault::Kind::Damaged);
 }
 
 /// Reads the forms that all records have.
 template <class List> void readRecord(const ListFile& file, List& list)
 {
-    const auto read = [&](List& fresh) {
+    LoadWhole(list, [&](List& fresh) {
+        QFile document(file.path);
         switch (file.form) {
-        case Form::Xml: return fresh.LoadXml(file.path);
-        case Form::Tagged: return fresh.LoadBinary(file.path);
-        case Form::Packed: return readPacked(file.path, fresh);
-        case Form::Csv: break;
+        case Form::Xml: fresh.ReadXml(document); break;
+        case Form::Tagged: fresh.ReadBinary(file.path); break;
+        case Form::Packed: readPacked(file.path, fresh); break;
+        case Form::Csv: throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
         }
-        throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
-    };
-    demand(list, [&] { return LoadWhole(list, read); });
+        return true;
+    });
 }
 
 QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, Extent extent)
@@ -109,22 +87,26 @@ QStringList read(const ListFile& file, FrequencyStoreListHelper& helper, Extent 
 }
 
 /// What to do about a list of the other kind.
-QString adviceFor(const QString& message)
+QString adviceFor(const Fault& fault)
 {
-    if (message.endsWith(QLatin1String("'DetectionResultList', not 'FrequencyStoreList'.")))
+    if (fault.kind != Fault::Kind::OtherObject)
+        return {};
+    if (fault.member == DetectionResultList::GetStaticObjectName())
         return QStringLiteral(" Read it with --type DetectionResult.");
-    if (message.endsWith(QLatin1String("'FrequencyStoreList', not 'DetectionResultList'.")))
+    if (fault.member == FrequencyStoreList::GetStaticObjectName())
         return QStringLiteral(" It holds entries, not --type DetectionResult.");
     return {};
 }
 
-/// A failure as it concerns the file that the operator named.
+/// A failure as it concerns the file that the operator named, by whose path messages may name it too.
 TallyException failureOf(const TallyFormException& failure, const QString& path, const QString& name)
 {
-    QString message = describe(failure);
-    if (!tellsFile(message, path))
-        message = name + QStringLiteral(": ") + message;
-    return TallyException(message.replace(path, name) + adviceFor(message));
+    Fault fault = failure.GetFault();
+    if (!tellsFile(fault.message, path))
+        fault.place.source = name;
+    fault.message.replace(path, name);
+    fault.message += adviceFor(fault);
+    return TallyException(fault);
 }
 
 QStringList load(const ListFile& told, FrequencyStoreListHelper& helper, Extent extent)
@@ -164,7 +146,7 @@ void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
     if (list.GetFrequencyStoreEntry().isEmpty())
         throw TallyException(QStringLiteral("a list without entries can only be written as CSV."));
     switch (form) {
-    case Form::Xml: demand(list, [&] { return list.SaveXml(path); }); break;
+    case Form::Xml: list.WriteXml(path); break;
     case Form::Tagged: writeBytes(path, list.GetBinaryRepresentationAsQByteArray()); break;
     default: writeBytes(path, packedForm(list));
     }

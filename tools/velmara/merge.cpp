@@ -54,7 +54,7 @@ private:
 
     void addEntry(const FrequencyStoreEntry& entry, const QString& place)
     {
-        const QVector<MemberValue> values = valuesOf(entry);
+        const QVector<PathValue> values = valuesOf(entry);
         const QString named = m_identity.of(values), identity = named.isNull() ? textOf(values) : named;
         if (const auto kept = m_kept.constFind(identity); kept != m_kept.constEnd()) {
             const QString how = kept->entry == entry ? QStringLiteral("the same as") : QStringLiteral("though unlike");

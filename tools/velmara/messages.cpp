@@ -140,10 +140,14 @@ QVector<Remark> remarksOn(const ExportReport& report, CsvDamage damage)
 
 } // namespace
 
-QString describe(const TallyFormException& failure)
+QString describe(const Fault& fault)
 {
-    return failure.GetOrigin().isEmpty() ? failure.GetMessage()
-                                         : failure.GetOrigin() + QStringLiteral(": ") + failure.GetMessage();
+    QStringList parts{fault.message};
+    if (fault.place.line == 0 && !fault.path.isEmpty()) // a place in the input says more
+        parts.prepend(fault.path);
+    if (const QString origin = fault.place.text(); !origin.isEmpty())
+        parts.prepend(origin);
+    return parts.join(QStringLiteral(": "));
 }
 
 bool tellsFile(const QString& message, const QString& file)

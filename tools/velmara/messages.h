@@ -5,7 +5,7 @@
 /// What an operator is told.
 
 /// A failure with its place in the input, as far as it is known.
-QString describe(const TALLYFORM::TallyFormException& failure);
+QString describe(const TALLYFORM::Fault& fault);
 /// Whether a message says already which file it is about.
 bool tellsFile(const QString& message, const QString& file);
 /// Why a file could not be read.

@@ -16,16 +16,16 @@ const QString output = QStringLiteral("output"), colourBy = QStringLiteral("colo
 bool isOnAxis(double hertz) { return hertz >= 0 && hertz <= Scale::highestFrequency; }
 
 /// The first of some values that an entry has; null without one.
-QString first(const QVector<MemberValue>& values, const QStringList& paths)
+QString first(const QVector<PathValue>& values, const QStringList& paths)
 {
     for (const QString& path : paths)
-        for (const MemberValue& value : values)
-            if (withoutPlaces(value.path) == path)
+        for (const PathValue& value : values)
+            if (WithoutPlaces(value.path) == path)
                 return value.text;
     return {};
 }
 
-QString label(const QVector<MemberValue>& values, double frequency)
+QString label(const QVector<PathValue>& values, double frequency)
 {
     constexpr int letters = 40;
     const QString name = first(values, {QStringLiteral("Comment"), QStringLiteral("ID"), QStringLiteral("Type")});
@@ -33,7 +33,7 @@ QString label(const QVector<MemberValue>& values, double frequency)
 }
 
 /// The ranges that an entry occupies: around its frequencies, or the one that it names.
-QVector<Bar> barsOf(const QVector<MemberValue>& values, const QStringList& groups)
+QVector<Bar> barsOf(const QVector<PathValue>& values, const QStringList& groups)
 {
     const QString from = first(values, {rangeStartPath}), to = first(values, {rangeStopPath});
     const QString group = first(values, groups);
@@ -52,8 +52,8 @@ QVector<Bar> barsOf(const QVector<MemberValue>& values, const QStringList& group
                                  .toDouble();
     const double half = isOnAxis(bandwidth) ? bandwidth / 2 : 0;
     const QStringList centres = frequencyPaths();
-    for (const MemberValue& value : values)
-        if (const double centre = value.text.toDouble(); centre > 0 && centres.contains(withoutPlaces(value.path)))
+    for (const PathValue& value : values)
+        if (const double centre = value.text.toDouble(); centre > 0 && centres.contains(WithoutPlaces(value.path)))
             add(centre, qMax(0., centre - half), qMin(centre + half, Scale::highestFrequency));
     return bars;
 }

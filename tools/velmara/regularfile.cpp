@@ -1,7 +1,8 @@
 #include "regularfile.h"
 
 #include <base/exceptions.h>
-#include <base/files.h>
+#include <base/readfile.h>
+#include <base/savefile.h>
 
 #include <QFileInfo>
 #include <QTemporaryFile>

@@ -64,7 +64,7 @@ public:
     {
         QStringList paths;
         for (const QString& path : m_paths)
-            if (withoutPlaces(path) == column)
+            if (WithoutPlaces(path) == column)
                 paths += path;
         return paths;
     }
@@ -81,10 +81,10 @@ private:
         int width = 0;
     };
 
-    void add(const QVector<MemberValue>& values)
+    void add(const QVector<PathValue>& values)
     {
         int after = 0;
-        for (const MemberValue& value : values) {
+        for (const PathValue& value : values) {
             auto room = m_rooms.find(value.path);
             if (room == m_rooms.end()) {
                 room = m_rooms.insert(value.path, {isNumeric(*value.member)});
@@ -126,7 +126,7 @@ void printTable(const QVector<const ITallyObject*>& entries, const Outline& outl
     int number = 0;
     for (const ITallyObject* entry : entries) {
         QHash<QString, QString> texts;
-        for (const MemberValue& value : valuesOf(*entry))
+        for (const PathValue& value : valuesOf(*entry))
             texts.insert(value.path, value.text);
         QStringList cells{QString::number(++number)};
         for (const QString& path : paths)
@@ -139,7 +139,7 @@ void printTable(const QVector<const ITallyObject*>& entries, const Outline& outl
 void printHeading(const FrequencyStoreListHelper& helper)
 {
     QString heading;
-    for (const MemberValue& value : headingOf(listIn(helper)))
+    for (const PathValue& value : headingOf(listIn(helper)))
         heading += value.path + QStringLiteral(": ") + value.text + QStringLiteral(", ");
     print(heading + countIn(helper) + QLatin1Char('\n'));
 }
@@ -198,9 +198,10 @@ int show(const QStringList& arguments)
     line.addArgument(QStringLiteral("FILE"), QStringLiteral("The list."), QStringLiteral("FILE"));
     line.addInputOptions();
     line.addSkipOption();
-    line.addValue({columns}, QStringLiteral("NAMES"),
-                  QStringLiteral("What to show of each entry, parted by commas: members by name, or by the path that "
-                                 "leads to them, as FFM_Settings/Detail/ChannelNo."));
+    line.addValue(
+        {columns}, QStringLiteral("NAMES"),
+        QStringLiteral("What to show of each entry, separated by commas: members by name, or by the path that "
+                       "leads to them, as FFM_Settings/Detail/ChannelNo."));
     line.addFlag(all, QStringLiteral("Show all that any entry holds."));
     line.addFlag(json, QStringLiteral("Write JSON: the list, a line for each entry."));
     return line.run(arguments, [&] {

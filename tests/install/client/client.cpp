@@ -1,6 +1,6 @@
 /// A program outside the tree: uses each of the libraries, and catches an exception that crosses them.
 
-#include <base/files.h>
+#include <base/readfile.h>
 #include <frequencystore/frequencystore.h>
 
 #include <cstdio>

@@ -1,0 +1,219 @@
+#pragma once
+
+/// The XML form.
+
+#include "frequencystore/kernel/bytes/xmlsink.h"
+#include "frequencystore/kernel/forms/carriage.h"
+#include "frequencystore/kernel/forms/text.h"
+#include "frequencystore/kernel/model/lifecycle.h"
+
+#include <QXmlStreamReader>
+
+namespace Velmara::kernel {
+
+using TALLYFORM::ReadElementText;
+
+[[noreturn]] void refuseChild(const ITallyObject& self, const Member& m);
+
+class XmlWriter
+{
+public:
+    XmlWriter(const ITallyObject& self, const RecordData& data, XmlSink& out) : m_self(self), m_data(data), m_out(out)
+    {}
+
+    template <IsValue T> void operator()(const Member& m, const T& value) const
+    {
+        if (isWritten<T>(m_data, m))
+            put(m, value);
+    }
+
+    template <IsRecord T> void operator()(const Member& m, const T& child) const
+    {
+        const bool isChildWritten = isWritten<T>(m_data, m);
+        if (!isChildWritten && !m.isMandatory())
+            return;
+        const bool isThere = hasContent(m, child);
+        if (!isChildWritten)
+            return;
+        within(m, [&] {
+            if (m.isAlternative())
+                Record<T>::checkOnWriting(child); // which its parent's Check has not done
+            if (isThere)
+                Record<T>::writeXml(child, m_out);
+        });
+    }
+
+    template <IsRecord T> void operator()(const Member& m, const QVector<T>& list) const
+    {
+        for (int i = 0; i < list.size(); ++i) {
+            const bool isThere = hasContent(m, list.at(i));
+            if (m_data.isSet(m) || !m.isMandatory())
+                within(m, i, [&] { putItem(m, list.at(i), isThere); });
+        }
+    }
+
+    template <IsValue T> void operator()(const Member& m, const QVector<T>& list) const
+    {
+        for (const T& item : list)
+            put(m, item);
+    }
+
+private:
+    template <class T> void putItem(const Member& m, const T& item, bool isThere) const
+    {
+        if (!m_data.isSet(m))
+            Record<T>::checkOnWriting(item); // which the Check of a record without the list has not done
+        if (isThere)
+            Record<T>::writeXml(item, m_out);
+    }
+    template <class T> void put(const Member& m, const T& value) const
+    {
+        if constexpr (!std::is_same_v<T, QString>) // for a character the document is refused as a whole
+            refuseUncarried(m_self, m, value, WrittenForm::Xml);
+        TextBuffer buffer;
+        m_out.put(m, toText(m, value, buffer));
+    }
+    /// Whether a child is there to be written; throws IncompleteDefinitionException if it must be and is not.
+    template <class T> bool hasContent(const Member& m, const T& child) const
+    {
+        const bool isThere = !Record<T>::declines(child);
+        if (!isThere && m.isMandatory())
+            refuseChild(m_self, m);
+        return isThere || Record<T>::lacksChild(child); // which is not passed over in silence
+    }
+
+    const ITallyObject& m_self;
+    const RecordData& m_data;
+    XmlSink& m_out;
+};
+
+class XmlReader
+{
+public:
+    XmlReader(const ITallyObject& self, RecordData& data, QXmlStreamReader& in) : m_self(self), m_data(data), m_in(in)
+    {}
+
+    template <IsValue T> void operator()(const Member& m, T& field) const
+    {
+        ElementText text;
+        assignText(m_self, m_data, m, field, ReadElementText(m_in, text));
+    }
+
+    template <IsRecord T> void operator()(const Member& m, T& child) const
+    {
+        if (m.isAlternative())
+            m_data.mark(m); // an alternative is chosen even if reading it fails
+        within(m, [&] { Record<T>::readXml(child, m_in); });
+        m_data.mark(m);
+    }
+
+    template <class T> void operator()(const Member& m, QVector<T>& list) const
+    {
+        grow(m_self, m_data, m, list, [&](T& item) {
+            if constexpr (IsRecord<T>) {
+                Record<T>::readXml(item, m_in);
+            } else {
+                ElementText text;
+                parse(m_self, m, ReadElementText(m_in, text), item);
+            }
+        });
+    }
+
+private:
+    const ITallyObject& m_self;
+    RecordData& m_data;
+    QXmlStreamReader& m_in;
+};
+
+/// Whether an element is that of a member. A child goes by the name of the object that is held.
+struct IsNamed
+{
+    const QStringRef name;
+
+    template <class T> bool operator()(const Member& m, const T&) const { return m.name == name; }
+    template <IsRecord T> bool operator()(const Member&, const T& child) const { return child.GetObjectName() == name; }
+};
+
+[[noreturn]] void refuseUnknown(const ITallyObject& self, const QXmlStreamReader& reader);
+/// Passes over the element that the reader stands on, up to the next token of its name. Gives how many elements stay
+/// open, that on whose start the reader then stands among them.
+int skipElement(QXmlStreamReader& reader);
+
+template <class R> void Record<R>::writeXmlTree(const R& r, XmlSink& sink)
+{
+    prepareWriting(r);
+    if (!r.GetValidate() || r.HasData() || lacksChild(r))
+        writeXml(r, sink);
+}
+
+template <class R> void Record<R>::writeXml(const R& r, XmlSink& sink)
+{
+    const auto& data = ownData(r);
+    const XmlWriter members(r, data, sink);
+    if (const QString reason = reasonAgainstName(r); !reason.isNull())
+        r.ITallyObject::GetValidate() ? refuseName(reason) : sink.refuse();
+    if constexpr (IsVersioned<R>)
+        sink.startElement(r.GetObjectName(), R::schemaVersion());
+    else
+        sink.startElement(r.GetObjectName(), QString());
+    visit<attributes>(data, members);
+    visit<elements>(data, members);
+    visit<contents>(data, members);
+    sink.endElement(r.GetObjectName());
+}
+
+template <class R> void readAttributes(R& r, const QXmlStreamAttributes& given)
+{
+    auto& data = Record<R>::ownData(r);
+    visit<attributes>(data, [&]<IsValue T>(const Member& m, T& field) {
+        if (given.hasAttribute(m.name))
+            assignText(r, data, m, field, given.value(m.name));
+    });
+}
+
+template <class R> void Record<R>::readXml(R& r, QXmlStreamReader& reader)
+{
+    auto& data = ownData(r);
+    if constexpr (IsVersioned<R>) {
+        const auto attributes = reader.attributes();
+        const QStringRef version = attributes.value(QLatin1String("Version"));
+        upgrade(r, version == R::schemaVersion() ? R::schemaVersion() : QLatin1String("") + version);
+    }
+    if constexpr (has<attributes, DataOf<R>>)
+        readAttributes(r, reader.attributes());
+    if constexpr (has<contents, DataOf<R>>)
+        visit<contents>(data, XmlReader(r, data, reader));
+    else if (isItself(r))
+        readElements(r, reader);
+    else
+        r.ITallyObject::ProcessXml(reader);
+}
+
+/// Reads all child elements, and the end of the element itself. One that is passed over may end early, and one that is
+/// left alone has not ended: what is in them is read as if it stood here.
+template <class R> void Record<R>::readElements(R& r, QXmlStreamReader& reader)
+{
+    int open = 1;
+    while (open > 0 && !reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement())
+            open += readElement(r, reader);
+        else if (reader.isEndElement())
+            --open;
+    }
+}
+
+/// Gives how many elements it leaves open.
+template <class R> int Record<R>::readElement(R& r, QXmlStreamReader& reader)
+{
+    auto& data = ownData(r);
+    if (visitFirst(data, IsNamed{reader.name()}, XmlReader(r, data, reader)))
+        return 0;
+    if (isOlder(r))
+        return skipElement(reader);
+    if (r.GetValidate())
+        refuseUnknown(r, reader);
+    return 1;
+}
+
+} // namespace Velmara::kernel

@@ -1,7 +1,0 @@
-#include "frequencystore/kernel/record.h"
-
-namespace Velmara::kernel {
-
-RecordData::~RecordData() = default;
-
-} // namespace Velmara::kernel
