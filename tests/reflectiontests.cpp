@@ -2,7 +2,6 @@
 
 #include "recordfixture.h"
 
-
 #include <QDebug>
 
 #include <functional>
