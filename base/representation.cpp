@@ -137,7 +137,7 @@ bool ITallyObject::GetCompressedBinaryRepresentation(QDataStream& stream) const
 QByteArray ITallyObject::GetCompressedBinaryRepresentationAsQByteArray() const
 {
     const QByteArray frame = GetBinaryRepresentationAsQByteArray();
-    const QByteArray compressed = frame.isEmpty() ? frame : qCompress(frame);
+    QByteArray compressed = frame.isEmpty() ? frame : qCompress(frame);
     if (compressed.isEmpty() != frame.isEmpty())
         throw std::bad_alloc(); // which qCompress tells by a warning
     return compressed;

@@ -31,7 +31,7 @@ QString findRoot(QXmlStreamReader& reader, const QString& name)
     }
     if (reader.hasError() || reader.name() == name)
         return {};
-    const QString root = reader.name().toString();
+    QString root = reader.name().toString();
     reader.raiseError(QStringLiteral("The root element is '%1', not '%2'.").arg(root, name));
     return root;
 }
