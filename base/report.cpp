@@ -14,7 +14,8 @@ Refusal::Refusal(const InputPlace& place, const QString& message, Fault::Kind ki
 
 void report(const ITallyObject& object, const QString& text, SourcePlace place)
 {
-    // A copy, for the logger may take itself off the object. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    // A copy, for the logger may take itself off the object.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     if (const std::shared_ptr<Logger> logger = object.GetLogger())
         logger->Log(text);
     if (ErrorHandler::Instance() & ErrorHandler::traceBit)
