@@ -4,8 +4,6 @@
 
 #include <QDebug>
 
-#include <functional>
-
 using namespace Velmara;
 using namespace TALLYFORM;
 
@@ -211,11 +209,16 @@ TEST(Reflection, WritesAsTheAccessorsDo)
     points.remove(area, 0);
     ASSERT_EQ(area.GetCoordinate().size(), 1);
     EXPECT_EQ(area.GetCoordinate()[0].GetLongitude(), 12);
-    for (const auto& wrong : std::vector<std::function<void()>>{
-             [&] { points.edit(area, 1); }, [&] { points.remove(area, -1); }, [&] { points.append(area, "text"); },
-             [&] { points.append(area, Area()); }, [&] { points.set(area, point); }, [&] { name.append(area, "a"); },
-             [&] { name.edit(area); }, [&] { name.remove(area, 0); }, [&] { name.set(area, point); }})
-        EXPECT_TRUE(messageOf<TallyException>(wrong).endsWith("of Area cannot be used so."));
+    const auto refusal = [](auto use) { return messageOf<TallyException>(use); };
+    EXPECT_EQ(refusal([&] { points.edit(area, 1); }), "Coordinate of Area has no such item.");
+    EXPECT_EQ(refusal([&] { points.remove(area, -1); }), "Coordinate of Area has no such item.");
+    EXPECT_EQ(refusal([&] { points.append(area, "text"); }), "Coordinate of Area holds no values.");
+    EXPECT_EQ(refusal([&] { points.append(area, Area()); }), "Coordinate of Area holds no such records.");
+    EXPECT_EQ(refusal([&] { points.set(area, point); }), "Coordinate of Area is a list.");
+    EXPECT_EQ(refusal([&] { name.append(area, "a"); }), "Name of Area is no list.");
+    EXPECT_EQ(refusal([&] { name.edit(area); }), "Name of Area holds no records.");
+    EXPECT_EQ(refusal([&] { name.remove(area, 0); }), "Name of Area is no list.");
+    EXPECT_EQ(refusal([&] { name.set(area, point); }), "Name of Area holds no such records.");
 
     FFM_Settings settings;
     const auto set

@@ -3,8 +3,6 @@
 #include "base/converters.h"
 #include "base/exceptions.h"
 
-#include <typeinfo>
-
 using namespace TALLYFORM;
 
 namespace Velmara::kernel {
@@ -18,25 +16,32 @@ void refuseUnless(bool isValue, const Member& m, const QString& text)
                                   m.accessor);
 }
 
-/// Throws unless a member is of the kind that an operation is for.
-void demandUse(const Member& m, bool isFitting)
+/// Throws unless a member can do what is asked of it.
+void demand(bool isPossible, const Member& m, const char* reason)
 {
-    if (!isFitting)
-        throw TallyException(QStringLiteral("%1 of %2 cannot be used so.").arg(m.accessor, QLatin1String(m.record)),
-                             Fault::Kind::Other, m.accessor);
+    if (!isPossible)
+        throw TallyException(
+            QStringLiteral("%1 of %2 %3.").arg(m.accessor, QLatin1String(m.record), QLatin1String(reason)),
+            Fault::Kind::Other, m.accessor);
 }
 
-void demandIndex(const FieldAccess& access, const OpenMember& open, int index)
+OpenMember openItem(const FieldAccess& access, ITallyObject& record, int index)
 {
-    demandUse(access.member, index >= 0 && index < access.operations.count(open.field));
+    const OpenMember open = access.open(record);
+    demand(index >= 0 && index < access.operations.count(open.field), access.member, "has no such item");
+    return open;
 }
 
-/// Records may be handed over as one that a member holds only if they are of its class.
+void putText(const MemberDescription& d, ITallyObject& record, const QString& text)
+{
+    demand(d.access->operations.put, d.access->member, "holds no values");
+    d.access->operations.put(d.access->open(record), text);
+}
+
 void putRecord(const MemberDescription& d, ITallyObject& to, const ITallyObject& record)
 {
-    const auto& put = d.access->operations.putRecord;
-    demandUse(d.access->member, put && typeid(record) == typeid(*d.record().make()));
-    put(d.access->open(to), record);
+    demand(d.holdsRecords() && d.record().isOf(record), d.access->member, "holds no such records");
+    d.access->operations.putRecord(d.access->open(to), record);
 }
 
 } // namespace
@@ -137,42 +142,38 @@ QVector<const ITallyObject*> MemberDescription::children(const ITallyObject& rec
 
 void MemberDescription::set(ITallyObject& record, const QString& text) const
 {
-    demandUse(access->member, !isList && access->operations.put);
-    access->operations.put(access->open(record), text);
+    demand(!isList, access->member, "is a list");
+    putText(*this, record, text);
 }
 
 void MemberDescription::set(ITallyObject& record, const ITallyObject& child) const
 {
-    demandUse(access->member, !isList);
+    demand(!isList, access->member, "is a list");
     putRecord(*this, record, child);
 }
 
 void MemberDescription::append(ITallyObject& record, const QString& text) const
 {
-    demandUse(access->member, isList && access->operations.put);
-    access->operations.put(access->open(record), text);
+    demand(isList, access->member, "is no list");
+    putText(*this, record, text);
 }
 
 void MemberDescription::append(ITallyObject& record, const ITallyObject& item) const
 {
-    demandUse(access->member, isList);
+    demand(isList, access->member, "is no list");
     putRecord(*this, record, item);
 }
 
 ITallyObject& MemberDescription::edit(ITallyObject& record, int index) const
 {
-    demandUse(access->member, access->operations.edit);
-    const OpenMember open = access->open(record);
-    demandIndex(*access, open, index);
-    return access->operations.edit(open, index);
+    demand(holdsRecords(), access->member, "holds no records");
+    return access->operations.edit(openItem(*access, record, index), index);
 }
 
 void MemberDescription::remove(ITallyObject& record, int index) const
 {
-    demandUse(access->member, isList);
-    const OpenMember open = access->open(record);
-    demandIndex(*access, open, index);
-    access->operations.remove(open, index);
+    demand(isList, access->member, "is no list");
+    access->operations.remove(openItem(*access, record, index), index);
 }
 
 void MemberDescription::reset(ITallyObject& record) const { access->operations.clear(access->open(record)); }

@@ -211,6 +211,7 @@ template <class R, class Data> RecordDescription describeRecord()
         d.choice = describeChoice(R::choiceGroup);
     d.members = describeRows<R>(typename Data::List());
     d.make = []() -> std::unique_ptr<ITallyObject> { return std::make_unique<R>(); };
+    d.isOf = [](const ITallyObject& object) { return typeid(object) == typeid(R); };
     d.areEqual = [](const ITallyObject& a, const ITallyObject& b) {
         return static_cast<const R&>(a) == static_cast<const R&>(b);
     };

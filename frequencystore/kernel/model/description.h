@@ -111,6 +111,8 @@ struct RecordDescription
 
     /// A new record of the class.
     std::unique_ptr<TALLYFORM::ITallyObject> (*make)();
+    /// Whether an object is a record of the class.
+    bool (*isOf)(const TALLYFORM::ITallyObject& object);
     ///@{
     /// These take records of the class; see its operator== and its operations of the same name.
     bool (*areEqual)(const TALLYFORM::ITallyObject& a, const TALLYFORM::ITallyObject& b);
