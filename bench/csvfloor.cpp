@@ -2,6 +2,7 @@
 #include "bench/require.h"
 
 #include <QFile>
+#include <QHash>
 #include <QTextStream>
 
 namespace Velmara::bench {
@@ -24,74 +25,61 @@ template <class Action> void forEachLine(const QString& path, Action action)
 
 } // namespace
 
-qint64 CsvFloor::load(const QString& path)
+CsvFloor::CsvFloor(const QString& file, const QString& output) : m_file(file), m_output(output)
 {
-    qint64 cells = 0;
-    forEachLine(path, [&](const QStringList& line) { cells += line.size(); });
-    return cells;
-}
-
-CsvFloor::CsvFloor(const QString& path)
-{
-    forEachLine(path, [this](const QStringList& line) { collect(line); });
-}
-
-void CsvFloor::collect(const QStringList& line)
-{
-    if (m_columns.isEmpty())
-        m_columns = line;
-    require(line.size() == m_columns.size(), "each line has a cell for each column");
-    for (int i = 0; i < line.size(); ++i)
-        m_cells.push_back(cellOf(m_columns[i], line[i]));
+    forEachLine(file, [this](const QStringList& line) {
+        if (m_columns.isEmpty())
+            m_columns = line;
+        require(line.size() == m_columns.size(), "each line has a cell for each column");
+        for (int i = 0; i < line.size(); ++i)
+            m_cells.push_back(cellOf(m_columns[i], line[i]));
+    });
+    require(save() && contentOf(output) == contentOf(file), "the CSV floor writes the same file");
+    require(load() == qint64(m_cells.size()), "the CSV floor reads all cells");
 }
 
 CsvFloor::Cell CsvFloor::cellOf(const QString& column, const QString& text)
 {
-    static const QStringList fixed{QStringLiteral("Frequency"), QStringLiteral("IFBandwidth")};
-    static const QStringList general{QStringLiteral("DFMeasurementTime"), QStringLiteral("DFSquelch"),
-                                     QStringLiteral("DFBandwidth"), QStringLiteral("DFStep"),
-                                     QStringLiteral("FreqSpan")};
-    static const QStringList integer{QStringLiteral("SquelchValue"), QStringLiteral("ChannelNo")};
+    static const QHash<QString, Kind> numbers{
+        {QStringLiteral("Frequency"), Kind::Fixed},           {QStringLiteral("IFBandwidth"), Kind::Fixed},
+        {QStringLiteral("SquelchValue"), Kind::Integer},      {QStringLiteral("ChannelNo"), Kind::Integer},
+        {QStringLiteral("DFMeasurementTime"), Kind::General}, {QStringLiteral("DFSquelch"), Kind::General},
+        {QStringLiteral("DFBandwidth"), Kind::General},       {QStringLiteral("DFStep"), Kind::General},
+        {QStringLiteral("FreqSpan"), Kind::General},
+    };
     bool isNumber = false;
     const double number = text.toDouble(&isNumber);
-    if (isNumber && fixed.contains(column))
-        return Fixed{number};
-    if (isNumber && general.contains(column))
-        return General{number};
-    if (isNumber && integer.contains(column))
-        return int(number);
-    return text;
+    return {isNumber ? numbers.value(column, Kind::Text) : Kind::Text, number, text};
 }
 
-namespace {
-
-template <class... Put> struct Overloads : Put...
+qint64 CsvFloor::load() const
 {
-    using Put::operator()...;
-};
-template <class... Put> Overloads(Put...) -> Overloads<Put...>;
+    qint64 cells = 0;
+    forEachLine(m_file, [&](const QStringList& line) { cells += line.size(); });
+    return cells;
+}
 
-} // namespace
-
-bool CsvFloor::save(const QString& path) const
+bool CsvFloor::save() const
 {
-    QFile file(path);
+    QFile file(m_output);
     if (!file.open(QIODevice::WriteOnly))
         return false;
     QTextStream stream(&file);
     stream.setCodec("UTF-8");
-    const Overloads put{
-        [&](const QString& text) { stream << text; },
-        [&](int number) { stream << number; },
-        [&](Fixed number) { stream << Qt::fixed << qSetRealNumberPrecision(2) << number.value; },
-        [&](General number) {
+    const auto put = [&](const Cell& cell) {
+        switch (cell.kind) {
+        case Kind::Text: stream << cell.text; break;
+        case Kind::Integer: stream << int(cell.number); break;
+        case Kind::Fixed: stream << Qt::fixed << qSetRealNumberPrecision(2) << cell.number; break;
+        case Kind::General:
             stream.setRealNumberNotation(QTextStream::SmartNotation);
-            stream << qSetRealNumberPrecision(6) << number.value;
-        },
+            stream << qSetRealNumberPrecision(6) << cell.number;
+            break;
+        }
     };
     const size_t columns = size_t(m_columns.size());
     for (size_t i = 0; i < m_cells.size(); ++i) {
-        std::visit(put, m_cells[i]);
+        put(m_cells[i]);
         stream << ((i + 1) % columns ? separator : QChar(QLatin1Char('\n')));
     }
     stream.flush();

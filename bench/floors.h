@@ -1,13 +1,20 @@
 #pragma once
 
-/// The floors: what the same work costs without the library, by the plainest code on what it builds on.
+/// The floors: what the same work costs without the library, by the plainest code on what it builds on. When one is
+/// made it makes sure that it does the same work, or throws.
 
 #include <QStringList>
 #include <QVector>
 
+#include <google/protobuf/message.h>
+
+#include <memory>
 #include <string>
-#include <variant>
 #include <vector>
+
+namespace TALLYFORM {
+class ITallyObject;
+}
 
 namespace Velmara::bench {
 
@@ -19,7 +26,8 @@ struct Tally
     double sum = 0;
 
     void take(const QStringRef& text);
-    bool operator==(const Tally&) const = default;
+    /// Sums may be taken in another order.
+    bool operator==(const Tally& other) const;
 };
 
 /// One call of an XML writer.
@@ -39,20 +47,17 @@ struct XmlToken
 class XmlFloor
 {
 public:
-    /// Collects the tokens of a document.
-    explicit XmlFloor(const QString& path);
+    /// Collects the tokens of a document, which are to give the same bytes again.
+    XmlFloor(const QString& document, const QString& output);
 
     /// Goes over a document, converts its numbers and keeps nothing.
-    static Tally load(const QString& path);
-    /// Writes the document again.
-    bool save(const QString& path) const;
-    /// Writes a file of that size, and nothing else: the same bytes over and over.
-    static bool saveBytes(const QString& path, qint64 size);
+    static Tally load(const QString& document);
+    bool save() const;
 
     const std::vector<XmlToken>& tokens() const { return m_tokens; }
-    Tally tally() const;
 
 private:
+    QString m_output;
     std::vector<XmlToken> m_tokens;
 };
 
@@ -65,7 +70,6 @@ public:
     QByteArray write() const;
     /// The bytes and the sum of the numbers in them.
     std::pair<QByteArray, double> read() const;
-    double sum() const;
 
 private:
     struct Number
@@ -80,34 +84,49 @@ private:
     std::vector<Number> m_numbers;
 };
 
+/// Packed binary and memory: a message of protocol buffers with the same members.
+class PackedFloor
+{
+public:
+    /// The tokens are those of the record's document.
+    PackedFloor(const TALLYFORM::ITallyObject& record, const std::vector<XmlToken>& tokens);
+
+    std::string write() const;
+    /// Reads what `write` gives, or several of it one behind the other, which are one message with all their items.
+    std::unique_ptr<google::protobuf::Message> read(const std::string& bytes) const;
+
+    const std::string& bytes() const { return m_bytes; }
+
+private:
+    std::unique_ptr<google::protobuf::Message> m_message;
+    std::string m_bytes;
+};
+
 /// A CSV file by Qt's text stream alone.
 class CsvFloor
 {
 public:
-    /// Collects the cells of a memory scan file.
-    explicit CsvFloor(const QString& path);
+    /// Collects the cells of a memory scan file, which are to give the same bytes again.
+    CsvFloor(const QString& file, const QString& output);
 
     /// Splits all lines and gives the number of cells.
-    static qint64 load(const QString& path);
+    qint64 load() const;
     /// Writes the same cells, numbers as numbers.
-    bool save(const QString& path) const;
-
-    qint64 cells() const { return qint64(m_cells.size()); }
+    bool save() const;
 
 private:
-    struct Fixed
+    enum class Kind { Text, Integer, Fixed, General };
+    struct Cell
     {
-        double value;
+        Kind kind;
+        double number;
+        QString text;
     };
-    struct General
-    {
-        double value;
-    };
-    using Cell = std::variant<QString, int, Fixed, General>;
 
     static Cell cellOf(const QString& column, const QString& text);
-    void collect(const QStringList& line);
 
+    QString m_file;
+    QString m_output;
     QStringList m_columns;
     std::vector<Cell> m_cells;
 };

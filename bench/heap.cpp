@@ -4,42 +4,39 @@
 
 #include <cstdlib>
 
-using Velmara::bench::HeapUse;
+Velmara::bench::HeapUse* Velmara::bench::countedUse = nullptr;
 
-extern "C" {
-void* __libc_malloc(size_t);
-void* __libc_calloc(size_t, size_t);
-void* __libc_realloc(void*, size_t);
-void __libc_free(void*);
-}
+using Velmara::bench::countedUse;
 
 namespace {
-
-bool isCounting = false;
-HeapUse use;
 
 /// The allocator keeps a word of its own ahead of each block.
 qint64 sizeOf(void* block) { return block ? qint64(malloc_usable_size(block) + sizeof(size_t)) : 0; }
 
 void* counted(void* block)
 {
-    if (isCounting && block) {
-        use.bytes += sizeOf(block);
-        ++use.allocations;
+    if (countedUse && block) {
+        countedUse->bytes += sizeOf(block);
+        ++countedUse->allocations;
     }
     return block;
 }
 
 void forget(void* block)
 {
-    if (isCounting)
-        use.bytes -= sizeOf(block);
+    if (countedUse)
+        countedUse->bytes -= sizeOf(block);
 }
 
 } // namespace
 
 // Standing in the program, these take the calls of all libraries too, those of new among them.
 extern "C" {
+
+void* __libc_malloc(size_t);
+void* __libc_calloc(size_t, size_t);
+void* __libc_realloc(void*, size_t);
+void __libc_free(void*);
 
 Q_DECL_EXPORT void* malloc(size_t size) noexcept { return counted(__libc_malloc(size)); }
 Q_DECL_EXPORT void* calloc(size_t count, size_t size) noexcept { return counted(__libc_calloc(count, size)); }
@@ -56,19 +53,3 @@ Q_DECL_EXPORT void free(void* block) noexcept
     __libc_free(block);
 }
 }
-
-namespace Velmara::bench {
-
-void startHeapCount()
-{
-    use = {};
-    isCounting = true;
-}
-
-HeapUse stopHeapCount()
-{
-    isCounting = false;
-    return use;
-}
-
-} // namespace Velmara::bench

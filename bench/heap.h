@@ -12,15 +12,17 @@ struct HeapUse
     qint64 allocations = 0; ///< made meanwhile
 };
 
-void startHeapCount();
-HeapUse stopHeapCount();
+/// Where malloc and free count, unless it is null.
+extern HeapUse* countedUse;
 
 /// What an action's result holds, and how many allocations it took.
 template <class Action> HeapUse heapOf(Action action)
 {
-    startHeapCount();
+    HeapUse use;
+    countedUse = &use;
     [[maybe_unused]] const auto result = action();
-    return stopHeapCount();
+    countedUse = nullptr;
+    return use;
 }
 
 } // namespace Velmara::bench

@@ -1,8 +1,7 @@
 /// Measures the library. Without options, compares it with its floors and prints one table; with those of Google
 /// Benchmark, measures the operations one by one.
 
-#include "bench/ratios.h"
-#include "bench/single.h"
+#include "bench/measurements.h"
 
 #include "base/errorhandler.h"
 
@@ -37,19 +36,13 @@ void keepFreedPages()
     mallopt(M_MMAP_THRESHOLD, 32 << 20);
 }
 
-int runSingles(int argc, char** argv, const QString& folder)
+int runSingles(int argc, char** argv, const QDir& folder)
 {
     registerSingles(folder);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;
     benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
-
-int printRatios(const QString& folder)
-{
-    std::fputs(tableOf(measureRatios(folder)).toUtf8().constData(), stdout);
     return 0;
 }
 
@@ -61,7 +54,10 @@ int main(int argc, char** argv)
     ErrorHandler::Instance().SetMask(0);
     const QTemporaryDir folder(templateOfFolder());
     try {
-        return argc > 1 ? runSingles(argc, argv, folder.path()) : printRatios(folder.path());
+        if (argc > 1)
+            return runSingles(argc, argv, folder.path());
+        printRatios(folder.path());
+        return 0;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;

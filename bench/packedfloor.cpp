@@ -1,177 +1,108 @@
-#include "bench/packedfloor.h"
+#include "bench/floors.h"
+#include "bench/require.h"
 
 #include "base/converters.h"
-#include "bench/require.h"
-#include "entry.pb.h"
+#include "frequencystore/reflection.h"
+
+#include <google/protobuf/text_format.h>
 
 namespace Velmara::bench {
 
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
-using velmara::message::FrequencyStoreList;
+using google::protobuf::TextFormat;
+using TALLYFORM::ITallyObject;
 
 namespace {
 
-/// An enumeration's name in the message type: an identifier, behind that of its type.
-std::string identifierOf(const FieldDescriptor& field, QString name)
+/// A message of the type that was generated for a record class.
+std::unique_ptr<Message> messageFor(const ITallyObject& record)
 {
-    for (QChar& c : name)
-        if (!c.isLetterOrNumber())
-            c = QLatin1Char('_');
-    return field.enum_type()->name() + '_' + name.toStdString();
+    const auto* type = google::protobuf::DescriptorPool::generated_pool()->FindMessageTypeByName(
+        "velmara.message." + DescriptionOf(record).name.toStdString());
+    require(type, "each record class has a message type");
+    return std::unique_ptr<Message>(google::protobuf::MessageFactory::generated_factory()->GetPrototype(type)->New());
 }
 
-void setEnum(Message& message, const FieldDescriptor& field, const QString& text)
+/// A value in the text format of protocol buffers.
+std::string literalOf(const MemberDescription& member, const QString& text)
 {
-    const auto* value = field.enum_type()->FindValueByName(identifierOf(field, text));
-    require(value, "the message type has each name of an enumeration");
-    message.GetReflection()->SetEnum(&message, &field, value);
-}
-
-/// Sets a field from its text in the document.
-void setValue(Message& message, const FieldDescriptor& field, const QString& text)
-{
-    const auto& fields = *message.GetReflection();
-    switch (field.cpp_type()) {
-    case FieldDescriptor::CPPTYPE_DOUBLE: fields.SetDouble(&message, &field, text.toDouble()); break;
-    case FieldDescriptor::CPPTYPE_INT32: fields.SetInt32(&message, &field, text.toInt()); break;
-    case FieldDescriptor::CPPTYPE_UINT64: fields.SetUInt64(&message, &field, text.toULongLong()); break;
-    case FieldDescriptor::CPPTYPE_INT64:
-        fields.SetInt64(&message, &field, TALLYFORM::Converters::ToDateTime(text).toMSecsSinceEpoch());
-        break;
-    case FieldDescriptor::CPPTYPE_BOOL: fields.SetBool(&message, &field, text == QLatin1String("true")); break;
-    case FieldDescriptor::CPPTYPE_STRING: fields.SetString(&message, &field, text.toStdString()); break;
-    case FieldDescriptor::CPPTYPE_ENUM: setEnum(message, field, text); break;
-    default: require(false, "the message type has fields of these types only");
+    switch (member.kind) {
+    case MemberDescription::Kind::Text: return '"' + google::protobuf::CEscape(text.toStdString()) + '"';
+    case MemberDescription::Kind::Enumeration: return std::to_string(member.names.indexOf(text));
+    case MemberDescription::Kind::DateTime:
+        return std::to_string(TALLYFORM::Converters::ToDateTime(text).toMSecsSinceEpoch());
+    default: return text.toStdString();
     }
 }
 
-const FieldDescriptor& fieldOf(const Message& message, const QString& name)
+void fill(Message& message, const ITallyObject& record)
 {
-    const FieldDescriptor* field = message.GetDescriptor()->FindFieldByName(name.toLower().toStdString());
-    require(field, "the message type has each member");
-    return *field;
-}
-
-/// Builds a message from the tokens of its document.
-class Filler
-{
-public:
-    explicit Filler(const std::vector<XmlToken>& tokens) : m_token(tokens.data()) {}
-
-    /// Reads behind the start of the message's element, up to its end.
-    void fill(Message& message)
-    {
-        for (++m_token; m_token->kind != XmlToken::Kind::End; ++m_token) {
-            switch (m_token->kind) {
-            case XmlToken::Kind::Start: fillMember(message, fieldOf(message, m_token->name)); break;
-            case XmlToken::Kind::Attribute: setAttribute(message); break;
-            default: setValue(message, fieldOf(message, QStringLiteral("Value")), m_token->text);
-            }
-        }
-    }
-
-private:
-    void setAttribute(Message& message)
-    {
-        if (!m_token->isVersion())
-            setValue(message, fieldOf(message, m_token->name), m_token->text);
-    }
-
-    void fillMember(Message& message, const FieldDescriptor& field)
-    {
-        const auto& fields = *message.GetReflection();
-        if (field.is_repeated())
-            fill(*fields.AddMessage(&message, &field));
-        else if (field.cpp_type() == FieldDescriptor::CPPTYPE_MESSAGE)
-            fill(*fields.MutableMessage(&message, &field));
-        else
-            fillLeaf(message, field);
-    }
-
-    void fillLeaf(Message& message, const FieldDescriptor& field)
-    {
-        ++m_token;
-        const bool isEmpty = m_token->kind == XmlToken::Kind::End;
-        setValue(message, field, isEmpty ? QString() : m_token->text);
-        m_token += !isEmpty;
-    }
-
-    const XmlToken* m_token;
-};
-
-double numberOf(const Message& message, const FieldDescriptor& field)
-{
-    const auto& fields = *message.GetReflection();
-    switch (field.cpp_type()) {
-    case FieldDescriptor::CPPTYPE_DOUBLE: return fields.GetDouble(message, &field);
-    case FieldDescriptor::CPPTYPE_INT32: return fields.GetInt32(message, &field);
-    case FieldDescriptor::CPPTYPE_UINT64: return double(fields.GetUInt64(message, &field));
-    default: return 0;
+    const auto& reflection = *message.GetReflection();
+    for (const MemberDescription& member : DescriptionOf(record).members) {
+        const FieldDescriptor* field = message.GetDescriptor()->FindFieldByNumber(member.bit + 1);
+        for (const QString& text : member.texts(record))
+            require(TextFormat::ParseFieldValueFromString(literalOf(member, text), field, &message),
+                    "a field takes each value of its member");
+        for (const ITallyObject* child : member.children(record))
+            fill(member.isList ? *reflection.AddMessage(&message, field) : *reflection.MutableMessage(&message, field),
+                 *child);
     }
 }
 
-bool isNumber(const FieldDescriptor& field)
+/// Takes a value as it stands in a document, where times are no numbers.
+void take(Tally& tally, const Message& message, const FieldDescriptor* field, int item)
 {
-    const auto type = field.cpp_type();
-    return type == FieldDescriptor::CPPTYPE_DOUBLE || type == FieldDescriptor::CPPTYPE_INT32
-        || type == FieldDescriptor::CPPTYPE_UINT64;
+    std::string literal;
+    TextFormat::PrintFieldValueToString(message, field, item, &literal);
+    const QString text = QString::fromStdString(literal);
+    const bool isTime = field->cpp_type() == FieldDescriptor::CPPTYPE_INT64;
+    tally.take(isTime ? QStringRef() : QStringRef(&text));
 }
 
-void addTo(Tally& tally, const Message& message)
+void takeAll(Tally& tally, const Message& message)
 {
     const auto& reflection = *message.GetReflection();
     std::vector<const FieldDescriptor*> fields;
     reflection.ListFields(message, &fields);
     for (const FieldDescriptor* field : fields) {
-        if (field->is_repeated()) {
-            for (int i = 0; i < reflection.FieldSize(message, field); ++i)
-                addTo(tally, reflection.GetRepeatedMessage(message, field, i));
-        } else if (field->cpp_type() == FieldDescriptor::CPPTYPE_MESSAGE) {
-            addTo(tally, reflection.GetMessage(message, field));
-        } else {
-            ++tally.values;
-            tally.numbers += isNumber(*field);
-            tally.sum += numberOf(message, *field);
-        }
+        const bool isList = field->is_repeated();
+        for (int i = 0; i < (isList ? reflection.FieldSize(message, field) : 1); ++i)
+            if (field->cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE)
+                take(tally, message, field, isList ? i : -1);
+            else
+                takeAll(tally, isList ? reflection.GetRepeatedMessage(message, field, i)
+                                      : reflection.GetMessage(message, field));
     }
-}
-
-const FrequencyStoreList& listIn(const std::shared_ptr<void>& list)
-{
-    return *static_cast<const FrequencyStoreList*>(list.get());
 }
 
 } // namespace
 
-bool PackedFloor::isAvailable() { return true; }
-
-PackedFloor::PackedFloor(const std::vector<XmlToken>& tokens)
+PackedFloor::PackedFloor(const ITallyObject& record, const std::vector<XmlToken>& tokens)
+    : m_message(messageFor(record))
 {
-    const auto list = std::make_shared<FrequencyStoreList>();
-    Filler(tokens).fill(*list);
-    m_list = list;
+    fill(*m_message, record);
+    m_bytes = write();
+    Tally document, message;
+    for (const XmlToken& token : tokens)
+        if (token.hasText() && !token.isVersion())
+            document.take(QStringRef(&token.text));
+    takeAll(message, *read(m_bytes));
+    require(message == document, "the message holds the values of the document");
 }
 
 std::string PackedFloor::write() const
 {
     std::string bytes;
-    require(listIn(m_list).SerializeToString(&bytes), "a message is written");
+    require(m_message->SerializeToString(&bytes), "a message is written");
     return bytes;
 }
 
-std::shared_ptr<void> PackedFloor::read(const std::string& bytes)
+std::unique_ptr<Message> PackedFloor::read(const std::string& bytes) const
 {
-    const auto list = std::make_shared<FrequencyStoreList>();
-    require(list->ParseFromString(bytes), "a message is read");
-    return list;
-}
-
-Tally PackedFloor::tallyOf(const std::string& bytes)
-{
-    Tally tally;
-    addTo(tally, listIn(read(bytes)));
-    return tally;
+    std::unique_ptr<Message> message(m_message->New());
+    require(message->ParseFromString(bytes), "a message is read");
+    return message;
 }
 
 } // namespace Velmara::bench

@@ -1,13 +1,7 @@
-#include "bench/ratios.h"
-
 #include "bench/heap.h"
-#include "bench/library.h"
-#include "bench/packedfloor.h"
-#include "bench/sameness.h"
+#include "bench/measurements.h"
 #include "bench/stopwatch.h"
-
-#include <QDir>
-#include <QFileInfo>
+#include "bench/subject.h"
 
 #include <cstdio>
 
@@ -24,186 +18,139 @@ constexpr Repetitions turns{.rounds = 7, .velmaraRuns = 1, .floorRuns = 1};
 constexpr Repetitions shortTurns{.rounds = 9, .velmaraRuns = 5, .floorRuns = 5};
 constexpr Repetitions growthTurns{.rounds = 5, .velmaraRuns = 3, .floorRuns = 10};
 
-void announce(const char* what) { std::fprintf(stderr, "measuring %s\n", what); }
+QString decimals(double value, int count) { return QString::number(value, 'f', count); }
+QString bytes(double count) { return decimals(count, 0) + QStringLiteral(" B"); }
+QString microseconds(double seconds) { return decimals(seconds * 1e6, 2) + QStringLiteral(" µs"); }
 
-/// A memory scan list as an ordinary program has it, that is read from a document, and its packed form.
-struct Subject
+/// A line of the table, as markdown. Numbers stand to the right, the first and the last column to the left.
+void printLine(const QStringList& cells)
 {
-    Subject(const QDir& folder, int entries) : xml(folder.filePath(QStringLiteral("%1.xml").arg(entries)))
-    {
-        saveXml(memoryScan(entries), xml);
-        list = loadXml<FrequencyStoreList>(xml);
-        packed = writePacked(list);
-    }
-
-    QString xml;
-    FrequencyStoreList list;
-    QByteArray packed;
-};
-
-Row rowOf(const char* name, const Comparison& time, double goal, double size, int libraryCount, int floorCount)
-{
-    const double library = time.velmara / libraryCount;
-    const double floor = time.floor / floorCount;
-    const double ratio = time.ratio * floorCount / libraryCount;
-    return {QString::fromUtf8(name),
-            microseconds(library),
-            microseconds(floor),
-            megabytesPerSecond(size, time.velmara),
-            ratio,
-            goal};
+    static constexpr int widths[] = {-32, 8, 8, 4, 5, 6, -5};
+    QString line = QStringLiteral("|");
+    for (int i = 0; i < cells.size(); ++i)
+        line += QStringLiteral(" %1 |").arg(cells[i], widths[i]);
+    std::puts(qUtf8Printable(line));
+    std::fflush(stdout);
 }
 
-class Ratios
+void printHead()
 {
-public:
-    explicit Ratios(const QDir& folder)
-        : m_folder(folder), m_subject(folder, entries), m_output(folder.filePath(QStringLiteral("output"))),
-          m_csv(folder.filePath(QStringLiteral("list.csv"))), m_xmlFloor(m_subject.xml)
-    {}
+    printLine(QStringLiteral("Measured,Library,Floor,MB/s,Ratio,Goal,Holds").split(QLatin1Char(',')));
+    std::puts("|----------------------------------|---------:|---------:|-----:|------:|-------:|-------|");
+}
 
-    std::vector<Row> measure()
-    {
-        measureXml();
-        measureTagged();
-        if (PackedFloor::isAvailable())
-            measurePacked();
-        measureCsv();
-        measureGrowth();
-        return m_rows;
+/// One thing that is compared with its floor. The goal is what the ratio may be at most.
+void printRow(const char* name, const QString& library, const QString& floor, const QString& rate, double ratio,
+              std::optional<double> goal)
+{
+    const QString shown = decimals(ratio, 2); // a difference that nobody sees decides nothing
+    QStringList cells{QString::fromUtf8(name), library, floor, rate, shown, {}, {}};
+    if (goal) {
+        cells[5] = QStringLiteral("≤ ") + decimals(*goal, 2);
+        cells[6] = shown.toDouble() <= *goal ? QStringLiteral("yes") : QStringLiteral("no");
     }
+    printLine(cells);
+}
 
-private:
-    void measureXml()
-    {
-        announce("XML");
-        requireSame(m_xmlFloor, m_subject.xml, m_output);
-        const FrequencyStoreList unchecked = loadXml<FrequencyStoreList>(m_subject.xml);
-        unchecked.SetValidate(false);
-        const auto load = [&] { return loadXml<FrequencyStoreList>(m_subject.xml); };
-        const auto save = [&] { return saveXml(m_subject.list, m_output); };
-        const double size = double(QFileInfo(m_subject.xml).size());
-        add("XML load", compare(turns, load, [&] { return XmlFloor::load(m_subject.xml); }), 1.25, size);
-        add("XML save", compare(turns, save, [&] { return m_xmlFloor.save(m_output); }), 0.4, size);
-        add("XML save, against no validation", compare(shortTurns, save, [&] { return saveXml(unchecked, m_output); }),
-            1.1, size);
+void printTimes(const char* name, const Comparison& time, int libraryEntries, int floorEntries, const QString& rate,
+                std::optional<double> goal)
+{
+    printRow(name, microseconds(time.velmara / libraryEntries), microseconds(time.floor / floorEntries), rate,
+             time.ratio * floorEntries / libraryEntries, goal);
+}
+
+/// Compares two operations on a list; each is done once ahead, which makes what it needs.
+template <class Library, class Floor> void addForm(MemoryScan& list, const char* name, Repetitions repetitions,
+                                                   Library library, Floor floor, double (MemoryScan::*size)(),
+                                                   double goal)
+{
+    (list.*library)();
+    (list.*floor)();
+    const Comparison time = compare(
+        repetitions, [&] { return (list.*library)(); }, [&] { return (list.*floor)(); });
+    printTimes(name, time, entries, entries, decimals((list.*size)() / time.velmara / 1e6, 0), goal);
+}
+
+/// Compares the heap that the results of two operations hold, which were done before.
+template <class Library, class Floor> void addMemory(MemoryScan& list, const char* name, Library library, Floor floor)
+{
+    const auto heap = [&](auto operation) { return double(heapOf([&] { return (list.*operation)(); }).bytes); };
+    const double held = heap(library), heldByFloor = heap(floor);
+    printRow(name, bytes(held / entries), bytes(heldByFloor / entries), {}, held / heldByFloor, 2);
+}
+
+void addForms(MemoryScan& list)
+{
+    addForm(list, "XML load", turns, &MemoryScan::loadXml, &MemoryScan::loadXmlFloor, &MemoryScan::xmlSize, 1.25);
+    addForm(list, "XML save", turns, &MemoryScan::saveXml, &MemoryScan::saveXmlFloor, &MemoryScan::xmlSize, 0.4);
+    addForm(list, "XML save, against no validation", shortTurns, &MemoryScan::saveXml, &MemoryScan::saveXmlUnchecked,
+            &MemoryScan::xmlSize, 1.1);
+    addForm(list, "Tagged write", shortTurns, &MemoryScan::writeTagged, &MemoryScan::writeTaggedFloor,
+            &MemoryScan::taggedSize, 2);
+    addForm(list, "Tagged read", shortTurns, &MemoryScan::readTagged, &MemoryScan::readTaggedFloor,
+            &MemoryScan::taggedSize, 2);
+    addForm(list, "Packed write", shortTurns, &MemoryScan::writePacked, &MemoryScan::writePackedFloor,
+            &MemoryScan::packedSize, 2);
+    addForm(list, "Packed read", shortTurns, &MemoryScan::readPacked, &MemoryScan::readPackedFloor,
+            &MemoryScan::packedSize, 2);
+    addMemory(list, "Memory, packed read", &MemoryScan::readPacked, &MemoryScan::readPackedFloor);
+    addMemory(list, "Memory, XML load", &MemoryScan::loadXml, &MemoryScan::readPackedFloor);
+    addForm(list, "CSV export", shortTurns, &MemoryScan::exportCsv, &MemoryScan::exportCsvFloor, &MemoryScan::csvSize,
+            0.7);
+    addForm(list, "CSV import", shortTurns, &MemoryScan::importCsv, &MemoryScan::importCsvFloor, &MemoryScan::csvSize,
+            2.5);
+}
+
+/// Compares an action with a long list and with a short one.
+template <class Many, class Few> void addGrowth(const char* name, std::optional<double> goal, Many many, Few few)
+{
+    printTimes(name, compare(growthTurns, many, few), manyEntries, fewEntries, {}, goal);
+}
+
+/// Writes a file of that size, and nothing else: the same bytes over and over.
+bool saveBytes(const QString& path, qint64 size)
+{
+    const QByteArray portion(1 << 18, 'x');
+    QFile file(path);
+    bool isGood = file.open(QIODevice::WriteOnly);
+    for (qint64 left = size; isGood && left > 0; left -= portion.size()) {
+        const qint64 count = std::min<qint64>(left, portion.size());
+        isGood = file.write(portion.constData(), count) == count;
     }
+    return isGood && file.flush();
+}
 
-    void measureTagged()
-    {
-        announce("tagged binary");
-        const QByteArray bytes = writeTagged(m_subject.list);
-        const TaggedFloor floor(m_xmlFloor.tokens(), bytes);
-        requireSame(floor, bytes);
-        const auto write = [&] { return writeTagged(m_subject.list); };
-        const auto read = [&] { return readTagged<FrequencyStoreList>(bytes); };
-        add("Tagged write", compare(shortTurns, write, [&] { return floor.write(); }), 2, bytes.size());
-        add("Tagged read", compare(shortTurns, read, [&] { return floor.read(); }), 2, bytes.size());
-    }
-
-    void measurePacked()
-    {
-        announce("packed binary and memory");
-        const PackedFloor floor(m_xmlFloor.tokens());
-        const std::string message = floor.write();
-        requireSame(PackedFloor::tallyOf(message), m_xmlFloor.tokens());
-        const auto write = [&] { return writePacked(m_subject.list); };
-        const auto read = [&] { return readPacked<FrequencyStoreList>(m_subject.packed); };
-        const auto readMessage = [&] { return PackedFloor::read(message); };
-        add("Packed write", compare(shortTurns, write, [&] { return floor.write(); }), 2, m_subject.packed.size());
-        add("Packed read", compare(shortTurns, read, readMessage), 2, m_subject.packed.size());
-        addMemory("Memory, packed read", heapOf(read), heapOf(readMessage));
-        addMemory("Memory, XML load", heapOf([&] { return loadXml<FrequencyStoreList>(m_subject.xml); }),
-                  heapOf(readMessage));
-    }
-
-    void measureCsv()
-    {
-        announce("CSV");
-        exportCsv(m_subject.list, m_csv);
-        const CsvFloor floor(m_csv);
-        requireSame(floor, m_csv, m_output);
-        require(importCsv(m_csv).GetFrequencyStoreEntry().size() == entries, "a CSV file brings all entries");
-        const auto exporting = [&] { return exportCsv(m_subject.list, m_output); };
-        const auto importing = [&] { return importCsv(m_csv); };
-        const double size = double(QFileInfo(m_csv).size());
-        add("CSV export", compare(shortTurns, exporting, [&] { return floor.save(m_output); }), 0.7, size);
-        add("CSV import", compare(shortTurns, importing, [&] { return CsvFloor::load(m_csv); }), 2.5, size);
-    }
-
-    void measureGrowth()
-    {
-        announce("growth");
-        const Subject few(m_folder, fewEntries), many(m_folder, manyEntries);
-        const auto load = [](const Subject& s) { return loadXml<FrequencyStoreList>(s.xml); };
-        const auto save = [&](const Subject& s) { return saveXml(s.list, m_output); };
-        const auto read = [](const Subject& s) { return readPacked<FrequencyStoreList>(s.packed); };
-        const auto compareSizes = [&](auto action) {
-            return compare(
-                growthTurns, [&] { return action(many); }, [&] { return action(few); });
-        };
-        addGrowth("Growth, XML load", compareSizes(load));
-        addGrowth("Growth, XML save", compareSizes(save));
-        addGrowth("Growth, packed read", compareSizes(read));
-        addFloorGrowth("Growth, XML load, the floor's",
-                       compareSizes([](const Subject& s) { return XmlFloor::load(s.xml); }));
-        addFloorGrowth("Growth, XML save, the file's", compareSizes([&](const Subject& s) {
-                           return XmlFloor::saveBytes(m_output, QFileInfo(s.xml).size());
-                       }));
-        if (PackedFloor::isAvailable())
-            addFloorGrowth("Growth, packed read, the floor's", compareMessages(few));
-    }
-
-    /// The floor of packed reading, with a short list and with the same a hundred times over.
-    static Comparison compareMessages(const Subject& few)
-    {
-        const std::string message = PackedFloor(XmlFloor(few.xml).tokens()).write();
-        std::string many;
-        for (int i = 0; i < manyEntries / fewEntries; ++i)
-            many += message; // messages one behind the other are one list
-        return compare(
-            growthTurns, [&] { return PackedFloor::read(many); }, [&] { return PackedFloor::read(message); });
-    }
-
-    /// What grows without the library; it has no goal.
-    void addFloorGrowth(const char* name, const Comparison& time)
-    {
-        addGrowth(name, time);
-        m_rows.back().goal.reset();
-    }
-
-    void add(const char* name, const Comparison& time, double goal, double size)
-    {
-        m_rows.push_back(rowOf(name, time, goal, size, entries, entries));
-    }
-
-    void addGrowth(const char* name, const Comparison& time)
-    {
-        Row row = rowOf(name, time, 1.15, 0, manyEntries, fewEntries);
-        row.rate.clear();
-        m_rows.push_back(row);
-    }
-
-    void addMemory(const char* name, const HeapUse& library, const HeapUse& floor)
-    {
-        m_rows.push_back({QString::fromUtf8(name),
-                          bytes(double(library.bytes) / entries),
-                          bytes(double(floor.bytes) / entries),
-                          {},
-                          double(library.bytes) / double(floor.bytes),
-                          2});
-    }
-
-    QDir m_folder;
-    Subject m_subject;
-    QString m_output;
-    QString m_csv;
-    XmlFloor m_xmlFloor;
-    std::vector<Row> m_rows;
-};
+void addGrowths(MemoryScan& many, MemoryScan& few)
+{
+    const auto add = [&](const char* name, std::optional<double> goal, auto action) {
+        addGrowth(
+            name, goal, [&] { return std::invoke(action, many); }, [&] { return std::invoke(action, few); });
+    };
+    add("Growth, XML load", 1.15, &MemoryScan::loadXml);
+    add("Growth, XML save", 1.15, &MemoryScan::saveXml);
+    add("Growth, packed read", 1.15, &MemoryScan::readPacked);
+    add("Growth, XML load, the floor's", {}, [](MemoryScan& list) { return XmlFloor::load(list.xml()); });
+    add("Growth, XML save, the file's", {},
+        [](MemoryScan& list) { return saveBytes(list.output(), qint64(list.xmlSize())); });
+    const PackedFloor& floor = few.packedFloor();
+    std::string messages;
+    for (int i = 0; i < manyEntries / fewEntries; ++i)
+        messages += floor.bytes();
+    addGrowth(
+        "Growth, packed read, the floor's", {}, [&] { return floor.read(messages); },
+        [&] { return floor.read(floor.bytes()); });
+}
 
 } // namespace
 
-std::vector<Row> measureRatios(const QString& folder) { return Ratios(QDir(folder)).measure(); }
+void printRatios(const QDir& folder)
+{
+    MemoryScan list(entries, folder, QStringLiteral("list"));
+    printHead();
+    addForms(list);
+    MemoryScan many(manyEntries, folder, QStringLiteral("many"));
+    MemoryScan few(fewEntries, folder, QStringLiteral("few"));
+    addGrowths(many, few);
+}
 
 } // namespace Velmara::bench

@@ -31,6 +31,7 @@ int precisionOf(const QString& text)
 TaggedFloor::TaggedFloor(const std::vector<XmlToken>& tokens, const QByteArray& bytes) : m_bytes(bytes)
 {
     int place = 0;
+    double sum = 0;
     for (const XmlToken& token : tokens) {
         const int precision = precisionOf(token.text);
         if (precision < 0 || token.isVersion())
@@ -39,7 +40,11 @@ TaggedFloor::TaggedFloor(const std::vector<XmlToken>& tokens, const QByteArray& 
         place = m_bytes.indexOf(sized(text), place) + 4;
         require(place >= 4, "each number of the document stands in the tagged bytes, in the same order");
         m_numbers.push_back({token.text.toDouble(), precision, place, text});
+        sum += m_numbers.back().value;
     }
+    require(write() == bytes, "the tagged floor writes the same bytes");
+    const auto [copy, sumRead] = read();
+    require(copy == bytes && isNear(sum, sumRead), "the tagged floor reads all numbers");
 }
 
 QByteArray TaggedFloor::write() const
@@ -61,14 +66,6 @@ std::pair<QByteArray, double> TaggedFloor::read() const
     for (const Number& number : m_numbers)
         sum += number.text.toDouble();
     return {bytes, sum};
-}
-
-double TaggedFloor::sum() const
-{
-    double sum = 0;
-    for (const Number& number : m_numbers)
-        sum += number.value;
-    return sum;
 }
 
 } // namespace Velmara::bench

@@ -1,6 +1,6 @@
 #include "bench/workloads.h"
 
-#include <random>
+#include "tests/randomfiller.h"
 
 namespace Velmara::bench {
 
@@ -121,175 +121,6 @@ DetectionResult detectionResult(int number, Dice& dice)
     return result;
 }
 
-Emission emission(int bursts)
-{
-    Emission emission;
-    emission.SetAzimuth(14.25);
-    emission.SetAzimuthVar(0.5);
-    emission.SetElevation(3);
-    emission.SetElevationVar(0.25);
-    emission.SetLevel(-71.5);
-    emission.SetStartTime(timeOf(0));
-    emission.SetStopTime(timeOf(1));
-    for (int i = 0; i < bursts; ++i) {
-        Burst burst;
-        burst.GetFrequency().SetValue(43e6 + 25e3 * i);
-        burst.GetBandwidth().SetValue(25e3);
-        burst.SetQuality(90);
-        burst.SetAzimuth(14);
-        burst.SetAzimuthVar(0.5);
-        burst.SetLevel(-70);
-        burst.SetStartTime(timeOf(0));
-        burst.SetStopTime(timeOf(1));
-        emission.GetBursts().AppendBurst(burst);
-    }
-    emission.GetBursts().SetCount(bursts);
-    return emission;
-}
-
-Station station(int number)
-{
-    Station station;
-    station.SetStationID(number);
-    station.SetOWNStation(number == 1);
-    station.SetTimeStamp(timeOf(number));
-    station.SetLongitude(10.117 + number);
-    station.SetLatitude(53.872);
-    station.SetName(numbered("Station ", number));
-    station.SetPositionSource(text("GPS"));
-    DFData& data = station.GetDFData();
-    data.SetQuality(87);
-    data.GetFrequency().SetValue(43e6);
-    data.SetAzimuth(14.25);
-    data.SetLevel(-71.5);
-    data.GetDetail().SetAntenna(text("VHF DF array"));
-    data.GetDetail().SetElevation(3);
-    data.GetDetail().SetCompass(180);
-    data.GetPlot_Info().SetKVT_CL_ID(number);
-    data.GetPlot_Info().GetEmissions().SetCount(2);
-    data.GetPlot_Info().GetEmissions().AppendEmission(emission(3));
-    data.GetPlot_Info().GetEmissions().AppendEmission(emission(1));
-    return station;
-}
-
-void fillPlot(Plot& plot)
-{
-    plot.SetName(text("hopper"));
-    plot.SetSignal_ID(7);
-    plot.SetEmitter_ID(3);
-    plot.GetBandwidth().SetValue(25e3);
-    plot.SetType(Plot::Type::Hopper);
-    plot.GetEllipse().SetMinRadius(250);
-    plot.GetEllipse().SetMaxRadius(800);
-    plot.GetEllipse().SetRotation(35);
-    plot.SetStartTime(timeOf(0));
-    plot.SetStopTime(timeOf(90));
-    for (int i = 0; i < 8; ++i) {
-        Value value;
-        value.GetFrequency().SetValue(43e6 + 25e3 * i);
-        value.SetTimeStamp(timeOf(i));
-        plot.GetFrequencyList().AppendValue(value);
-    }
-    plot.GetDetail().SetComment(text("seen twice"));
-    plot.GetDetail().SetAnalogDemod(PlotDetail::AnalogDemod::FM);
-}
-
-LocationResult locationResult()
-{
-    LocationResult result;
-    result.SetTimeStamp(timeOf(60));
-    result.SetDFBandwidth(25e3);
-    result.GetLocation().SetLongitude(10.25);
-    result.GetLocation().SetLatitude(53.75);
-    result.GetDetail().GetFrequency().SetValue(43e6);
-    fillPlot(result.GetPlot());
-    result.AppendStation(station(1));
-    return result;
-}
-
-void fillProfile(Profile_Data& profile)
-{
-    profile.SetSignalClass(text("voice"));
-    profile.SetProfileID(text("p-17"));
-    profile.SetTransmissionSystem(text("analogue"));
-    profile.SetProfileName(text("Harbour"));
-    profile.SetLocalObjectName(text("Pilot station"));
-    profile.SetPriority(text("high"));
-    profile.SetThreatClass(text("none"));
-    PointOfInterest point;
-    point.SetDisplayName(text("Pier 3"));
-    point.GetLocation().SetLongitude(9.98);
-    point.GetLocation().SetLatitude(53.54);
-    point.SetRadius(500);
-    profile.AppendPointOfInterest(point);
-}
-
-void fillDemodulator(Demodulator_Settings& settings)
-{
-    settings.SetMode(Demodulator_Settings::Mode::FSK);
-    settings.SetFrequencyOffset(0.5);
-    settings.GetDecoder().AppendValue(text("Baudot"));
-    settings.GetDecoder().AppendValue(text("ASCII"));
-    settings.GetChannelSelection().AppendValue(text("left"));
-    settings.SetAlphabet(text("ITA2"));
-    settings.SetParameters(text("inverted"));
-    settings.GetFSK_Settings().SetModType(FSK_Settings::ModType::FSK2);
-    settings.GetFSK_Settings().GetBaudrate().SetValue(50);
-    Shift shift;
-    shift.SetValue(450);
-    settings.GetFSK_Settings().AppendShift(shift);
-}
-
-void fillShapes(ShapeDetectorSettings& settings)
-{
-    GenericShape generic;
-    generic.SetName(text("chirp"));
-    generic.SetConfidence(80);
-    settings.AppendGenericShape(generic);
-    Shape shape;
-    shape.SetName(text("comb"));
-    shape.SetConfidence(60);
-    settings.AppendShape(shape);
-}
-
-void fillRest(FrequencyStoreEntry& entry)
-{
-    entry.SetUsage(FrequencyStoreEntry::Usage::Target);
-    entry.SetID(text("e-1"));
-    entry.GetDetection().SetStartTime(timeOf(0));
-    entry.GetDetection().SetStopTime(timeOf(90));
-    entry.GetResultList().SetReason(text("matched"));
-    entry.GetResultList().SetResultTime(timeOf(91));
-    entry.GetResultList().SetConfidence(93);
-    entry.SetAdditionalInfo(text("from the morning watch"));
-    entry.GetBlankingRange().SetStartFrequency(42.9e6);
-    entry.GetBlankingRange().SetStopFrequency(43.1e6);
-}
-
-template <class Bounded> void change(Bounded& bounded) { bounded.SetValue(bounded.GetValue() + 1); }
-
-void change(Station& station)
-{
-    for (Emission& emission : station.GetDFData().GetPlot_Info().GetEmissions().GetEmission()) {
-        for (Burst& burst : emission.GetBursts().GetBurst()) {
-            change(burst.GetFrequency());
-            change(burst.GetBandwidth());
-        }
-    }
-}
-
-void change(FrequencyStoreEntryLocation& location)
-{
-    for (Station& station : location.GetStation())
-        change(station);
-    for (LocationResult& result : location.GetLocationResult()) {
-        for (Value& value : result.GetPlot().GetFrequencyList().GetValue())
-            change(value.GetFrequency());
-        for (Station& station : result.GetStation())
-            change(station);
-    }
-}
-
 } // namespace
 
 FrequencyStoreList memoryScan(int entries)
@@ -328,53 +159,13 @@ DetectionResultList detectionResults(int results)
 
 FrequencyStoreEntry fullEntry()
 {
-    Dice dice;
-    FrequencyStoreEntry entry = channel(1, dice);
-    entry.GetFFM_Settings().GetPScanSettings().SetStartFrequency(30e6);
-    entry.GetFFM_Settings().GetPScanSettings().SetStopFrequency(88e6);
-    fillProfile(entry.GetProfile_Data());
-    fillDemodulator(entry.GetDemodulator_Settings());
-    entry.GetLocation().AppendStation(station(2));
-    entry.GetLocation().AppendLocationResult(locationResult());
-    entry.AppendStation(station(3));
-    fillShapes(entry.GetShapeDetectorSettings());
-    fillRest(entry);
+    RandomFiller filler(1);
+    filler.setEverything().setTexts({text("GPS"), text("Pilot station"), text("from the morning watch")});
+    FrequencyStoreEntry entry;
+    do {
+        entry = filler.make<FrequencyStoreEntry>();
+    } while (!entry.IsFFM_SettingsSet());
     return entry;
-}
-
-void touch(FrequencyStoreEntry& entry)
-{
-    change(entry.GetFFM_Settings().GetFrequency());
-    change(entry.GetFFM_Settings().GetIFBandwidth());
-    entry.GetFFM_Settings().GetDetail().SetAlarm(true);
-    change(entry.GetDF_Settings().GetBandwidth());
-    entry.GetDF_Settings().GetDetail().SetQualityThreshold(1);
-    if (entry.IsLocationSet())
-        change(entry.GetLocation());
-    if (entry.IsStationSet())
-        for (Station& station : entry.GetStation())
-            change(station);
-}
-
-void touch(FrequencyStoreList& list)
-{
-    for (FrequencyStoreEntry& entry : list.GetFrequencyStoreEntry())
-        touch(entry);
-    if (!list.IsTargetareasSet())
-        return;
-    for (Area& area : list.GetTargetareas().GetArea())
-        for (Coordinate& point : area.GetCoordinate())
-            point.SetLongitude(0);
-}
-
-void touch(DetectionResultList& list)
-{
-    for (DetectionResult& result : list.GetDetectionResult()) {
-        change(result.GetFrequency());
-        change(result.GetBandwidth());
-        change(result.GetBaudrate());
-        change(result.GetShift());
-    }
 }
 
 } // namespace Velmara::bench

@@ -14,9 +14,4 @@ DetectionResultList detectionResults(int results);
 /// An entry with every block that can stand beside receiver settings.
 FrequencyStoreEntry fullEntry();
 
-/// Changes a value in every block of every item, so that nothing stays shared with another list.
-void touch(FrequencyStoreList& list);
-void touch(DetectionResultList& list);
-void touch(FrequencyStoreEntry& entry);
-
 } // namespace Velmara::bench

@@ -5,8 +5,6 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-#include <algorithm>
-
 namespace Velmara::bench {
 
 namespace {
@@ -19,22 +17,12 @@ bool isNumber(const QStringRef& text)
     return !text.isEmpty() && isDigit(text.back()) && (isDigit(text.front()) || text.front() == QLatin1Char('-'));
 }
 
-class Document
-{
-public:
-    explicit Document(const QString& path) : m_file(path)
-    {
-        require(m_file.open(QIODevice::ReadOnly), "a document opens");
-        m_reader.setDevice(&m_file);
-    }
-    QXmlStreamReader& reader() { return m_reader; }
-
-private:
-    QFile m_file;
-    QXmlStreamReader m_reader;
-};
-
 } // namespace
+
+bool Tally::operator==(const Tally& other) const
+{
+    return values == other.values && numbers == other.numbers && isNear(sum, other.sum);
+}
 
 void Tally::take(const QStringRef& text)
 {
@@ -47,8 +35,9 @@ void Tally::take(const QStringRef& text)
 
 Tally XmlFloor::load(const QString& path)
 {
-    Document document(path);
-    QXmlStreamReader& reader = document.reader();
+    QFile file(path);
+    require(file.open(QIODevice::ReadOnly), "a document opens");
+    QXmlStreamReader reader(&file);
     Tally tally;
     while (!reader.atEnd()) {
         const auto token = reader.readNext();
@@ -61,26 +50,33 @@ Tally XmlFloor::load(const QString& path)
     return tally;
 }
 
-XmlFloor::XmlFloor(const QString& path)
+XmlFloor::XmlFloor(const QString& document, const QString& output) : m_output(output)
 {
     using Kind = XmlToken::Kind;
-    Document document(path);
-    QXmlStreamReader& reader = document.reader();
+    QXmlStreamReader reader(contentOf(document));
+    Tally tally;
+    const auto take = [&](Kind kind, const QStringRef& name, const QStringRef& text) {
+        m_tokens.push_back({kind, name.toString(), text.toString()});
+        if (m_tokens.back().hasText())
+            tally.take(text);
+    };
     while (!reader.atEnd()) {
         reader.readNext();
         if (reader.isStartElement()) {
-            m_tokens.push_back({Kind::Start, reader.name().toString(), {}});
+            take(Kind::Start, reader.name(), {});
             for (const QXmlStreamAttribute& attribute : reader.attributes())
-                m_tokens.push_back({Kind::Attribute, attribute.name().toString(), attribute.value().toString()});
+                take(Kind::Attribute, attribute.name(), attribute.value());
         } else if (reader.isCharacters() && !reader.isWhitespace()) {
-            m_tokens.push_back({Kind::Text, {}, reader.text().toString()});
+            take(Kind::Text, {}, reader.text());
         } else if (reader.isEndElement()) {
-            m_tokens.push_back({Kind::End, {}, {}});
+            take(Kind::End, {}, {});
         }
     }
+    require(save() && contentOf(output) == contentOf(document), "the XML floor writes the same document");
+    require(load(document) == tally, "the XML floor reads all values");
 }
 
-bool XmlFloor::save(const QString& path) const
+bool XmlFloor::save() const
 {
     QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
     QXmlStreamWriter writer(&text);
@@ -96,29 +92,8 @@ bool XmlFloor::save(const QString& path) const
     }
     writer.writeEndDocument();
     const QByteArray bytes = text.toUtf8();
-    QFile file(path);
+    QFile file(m_output);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
-}
-
-bool XmlFloor::saveBytes(const QString& path, qint64 size)
-{
-    const QByteArray portion(1 << 18, 'x');
-    QFile file(path);
-    bool isGood = file.open(QIODevice::WriteOnly);
-    for (qint64 left = size; isGood && left > 0; left -= portion.size()) {
-        const qint64 count = std::min<qint64>(left, portion.size());
-        isGood = file.write(portion.constData(), count) == count;
-    }
-    return isGood && file.flush();
-}
-
-Tally XmlFloor::tally() const
-{
-    Tally tally;
-    for (const XmlToken& token : m_tokens)
-        if (token.hasText())
-            tally.take(QStringRef(&token.text));
-    return tally;
 }
 
 } // namespace Velmara::bench

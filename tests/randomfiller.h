@@ -2,6 +2,8 @@
 
 #include "frequencystore/kernel/model/walk.h"
 
+#include <QStringList>
+
 #include <cmath>
 #include <random>
 
@@ -15,6 +17,13 @@ public:
     RandomFiller& setEverything()
     {
         m_everything = true;
+        return *this;
+    }
+
+    /// Takes texts from these, instead of making up those that a form must quote.
+    RandomFiller& setTexts(const QStringList& texts)
+    {
+        m_texts = texts;
         return *this;
     }
 
@@ -56,8 +65,12 @@ private:
     template <class R> void set(R&, const Member&, bool& value) { value = below(2); }
     template <class R> void set(R&, const Member&, QString& value)
     {
+        if (!m_texts.isEmpty()) {
+            value = m_texts[below(m_texts.size())];
+            return;
+        }
         static const QString letters = QString::fromUtf8("ab Z09<&>\"';-_.\u00e4\u20ac\u4e2d\ufeff\n");
-        value = "";
+        value = QLatin1String("");
         for (int i = below(12); i > 0; --i)
             value += letters[below(letters.size())];
     }
@@ -81,4 +94,5 @@ private:
 
     std::mt19937 m_random;
     bool m_everything = false;
+    QStringList m_texts;
 };
