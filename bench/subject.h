@@ -7,7 +7,7 @@
 #include "bench/require.h"
 #include "bench/workloads.h"
 
-#include "frequencystore/kernel/walk.h"
+#include "frequencystore/kernel/model/walk.h"
 
 #include <QDataStream>
 #include <QDir>
@@ -40,9 +40,9 @@ private:
 /// Gives a record and all below it data of their own, which they may have shared with another.
 template <class R> void detach(R& record)
 {
-    if (!kernel::Record<R>::held(record))
+    if (!kernel::Record<R>::peekData(record))
         return;
-    kernel::visit(kernel::Record<R>::layout(record), []<class T>(const kernel::Member&, T& field) {
+    kernel::visit(kernel::Record<R>::ownData(record), []<class T>(const kernel::Member&, T& field) {
         if constexpr (kernel::IsRecord<T>)
             detach(field);
         else if constexpr (kernel::isList<T>)

@@ -128,7 +128,10 @@ template <class R> bool Record<R>::prepareNames()
     }                                                                                                                  \
     QString R::FindUncarried(TALLYFORM::WrittenForm form) const                                                        \
     {                                                                                                                  \
-        return kernel::Record<R>::findUncarried(*this, form, QString());                                               \
+        TALLYFORM::Fault fault;                                                                                        \
+        if (!kernel::Record<R>::findUncarried(*this, form, fault))                                                     \
+            return {};                                                                                                 \
+        return fault.path.isEmpty() ? fault.message : fault.path + QLatin1String(": ") + fault.message;                \
     }                                                                                                                  \
     QVector<TALLYFORM::Fault> R::FindFaults() const                                                                    \
     {                                                                                                                  \

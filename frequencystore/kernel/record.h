@@ -53,7 +53,7 @@ template <class R> struct Record
     /// Whether the record is not to be written: under validation it is not if it lacks mandatory content.
     static bool declines(const R& r) { return r.ITallyObject::GetValidate() && !hasData(r); }
     static bool lacksChild(const R& r);
-    static QString findUncarried(const R& r, TALLYFORM::WrittenForm form, const QString& path);
+    static bool findUncarried(const R& r, TALLYFORM::WrittenForm form, TALLYFORM::Fault& found);
     static QVector<TALLYFORM::Fault> findFaults(const R& r);
     static void writeXmlTree(const R& r, XmlSink& sink);
     static void writeXml(const R& r, XmlSink& sink);

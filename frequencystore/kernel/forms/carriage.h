@@ -35,59 +35,55 @@ template <class T> void refuseUncarried(const ITallyObject& self, const Member& 
 }
 [[noreturn]] void refuseName(const QString& reason);
 
-/// Looks for the first content that a form cannot carry.
+/// Looks for the first content that a form cannot carry. Where it is, is told on the way back alone, for mostly there
+/// is none.
 class UncarriedSearch
 {
 public:
-    UncarriedSearch(const RecordData& data, WrittenForm form, const QString& path)
-        : m_data(data), m_form(form), m_path(path)
+    UncarriedSearch(const RecordData& data, WrittenForm form, Fault& found) : m_data(data), m_form(form), m_found(found)
     {}
 
-    template <class T> bool operator()(const Member& m, const T& value)
+    template <class T> bool operator()(const Member& m, const T& value) const
     {
-        return isWritten<T>(m_data, m) && search(m, value, below(m));
+        return isWritten<T>(m_data, m) && search(m, value, -1);
     }
-    template <class T> bool operator()(const Member& m, const QVector<T>& list)
+    template <class T> bool operator()(const Member& m, const QVector<T>& list) const
     {
-        int place = 0;
-        return std::any_of(list.begin(), list.end(), [&](const T& item) {
-            return search(m, item, QStringLiteral("%1[%2]").arg(below(m)).arg(++place));
-        });
+        for (int i = 0; i < list.size(); ++i)
+            if (search(m, list.at(i), i))
+                return true;
+        return false;
     }
-    const QString& found() const { return m_found; }
 
 private:
-    QString below(const Member& m) const
+    template <class T> bool search(const Member& m, const T& value, int index) const
     {
-        if (m.form == Member::Form::Content)
-            return m_path;
-        return m_path.isEmpty() ? QString(m.accessor) : m_path + QLatin1Char('/') + m.accessor;
-    }
-    template <class T> bool search(const Member& m, const T& value, const QString& path)
-    {
-        if constexpr (IsRecord<T>)
-            m_found = Record<T>::findUncarried(value, m_form, path);
-        else if (const QString reason = reasonAgainst(m, value, m_form); !reason.isNull())
-            m_found = path + QLatin1String(": ") + reason;
-        return !m_found.isNull();
+        if constexpr (IsRecord<T>) {
+            if (!Record<T>::findUncarried(value, m_form, m_found))
+                return false;
+        } else {
+            m_found.message = reasonAgainst(m, value, m_form);
+            if (m_found.message.isNull())
+                return false;
+        }
+        if (m.form != Member::Form::Content)
+            m_found.addAbove(m.accessor, index);
+        return true;
     }
 
     const RecordData& m_data;
     WrittenForm m_form;
-    QString m_path;
-    QString m_found;
+    Fault& m_found;
 };
 
-template <class R> QString Record<R>::findUncarried(const R& r, WrittenForm form, const QString& path)
+template <class R> bool Record<R>::findUncarried(const R& r, WrittenForm form, Fault& found)
 {
-    if (const QString reason = reasonAgainstName(r); form == WrittenForm::Xml && !reason.isNull())
-        return path.isEmpty() ? reason : path + QLatin1String(": ") + reason;
-    if (!r.m_data)
-        return {};
-    const auto& data = *peekData(r);
-    UncarriedSearch search(data, form, path);
-    any(data, search);
-    return search.found();
+    if (form == WrittenForm::Xml) {
+        found.message = reasonAgainstName(r);
+        if (!found.message.isNull())
+            return true;
+    }
+    return r.m_data && any(*peekData(r), UncarriedSearch(*peekData(r), form, found));
 }
 
 } // namespace Velmara::kernel
