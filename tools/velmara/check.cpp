@@ -69,7 +69,7 @@ QVector<Fault> faultsIn(const ListFile& file, FrequencyStoreListHelper& helper)
             throw;
         faults = faultsOfRefused(file, helper, failure);
     }
-    if (helper.GetListType() == FrequencyStoreListHelper::ListType::DetectionResult)
+    if (helper.GetListType() == ListType::DetectionResult)
         addRefusals(std::as_const(helper).GetDetectionResultList(), faults);
     return faults;
 }
@@ -81,14 +81,15 @@ void printFault(const ListFile& file, const Fault& fault)
         place = file.name + QStringLiteral(": ") + (fault.path.isEmpty() ? QStringLiteral("the list") : fault.path);
     if (!place.isEmpty())
         place += QStringLiteral(": ");
-    print(place + coloured(fault.message, Colour::Red) + QLatin1Char('\n'));
+    print(place);
+    printLine(fault.message, Colour::Red);
 }
 
 QString sumOf(const QVector<Fault>& faults)
 {
     if (faults.isEmpty())
         return coloured(QStringLiteral("no fault"), Colour::Green);
-    return faults.size() == 1 ? QStringLiteral("1 fault") : QStringLiteral("%1 faults").arg(faults.size());
+    return counted(faults.size(), "fault", "faults");
 }
 
 bool isFaultless(const ListFile& told)
@@ -113,7 +114,8 @@ int check(const QStringList& arguments)
             "no entry is faulty, too.\nThe exit status is 1 if there was any fault."),
         {QStringLiteral("velmara check memoryscan.xml targets.packed"),
          QStringLiteral("velmara check --type Suppress suppress.csv")});
-    line.addArgument(QStringLiteral("FILE"), QStringLiteral("The files to check."), QStringLiteral("FILE..."));
+    line.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The files to check."),
+                               QStringLiteral("FILE..."));
     line.addInputOptions();
     return line.run(arguments, [&] {
         bool isGood = true;
@@ -122,7 +124,7 @@ int check(const QStringList& arguments)
             try {
                 isGood = isFaultless(file) && isGood;
             } catch (const TallyFormException& failure) {
-                CommandLine::report(failure);
+                tell(describe(failure.GetFault()));
                 isGood = false;
             }
         }

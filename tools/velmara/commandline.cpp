@@ -14,8 +14,6 @@
 using namespace Velmara;
 using namespace TALLYFORM;
 
-using ListType = FrequencyStoreListHelper::ListType;
-
 namespace {
 
 QString listTypes() { return FrequencyStoreListHelper::GetListTypes().join(QStringLiteral(", ")); }
@@ -25,13 +23,11 @@ const QString help = QStringLiteral("help"), type = QStringLiteral("type"), from
 
 std::optional<Form> extensionOf(const QString& path) { return formNamed(QFileInfo(path).suffix()); }
 
-/// "-" for the other names of a standard stream.
-QString nameOfStream(const QString& path, const char* stream, int descriptor)
+bool isStream(const QString& path, const QString& name, int descriptor)
 {
-    const QStringList names{QStringLiteral("/dev/%1").arg(QLatin1String(stream)),
-                            QStringLiteral("/dev/fd/%1").arg(descriptor),
-                            QStringLiteral("/proc/self/fd/%1").arg(descriptor)};
-    return names.contains(path) ? QStringLiteral("-") : path;
+    return path == QLatin1String("-") || path == QStringLiteral("/dev/") + name
+        || path == QStringLiteral("/dev/fd/%1").arg(descriptor)
+        || path == QStringLiteral("/proc/self/fd/%1").arg(descriptor);
 }
 
 } // namespace
@@ -41,70 +37,59 @@ CommandLine::CommandLine(const QString& description, const QStringList& examples
     QString text = description + QStringLiteral("\n\nExamples:");
     for (const QString& example : examples)
         text += QStringLiteral("\n  ") + example;
-    m_parser.setApplicationDescription(text);
-    m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    m_parser.addOption({{QStringLiteral("h"), help}, QStringLiteral("Shows this.")});
-}
-
-void CommandLine::addArgument(const QString& name, const QString& description, const QString& syntax)
-{
-    m_parser.addPositionalArgument(name, description, syntax);
-}
-
-void CommandLine::addFlag(const QString& name, const QString& description) { m_parser.addOption({name, description}); }
-
-void CommandLine::addValue(const QStringList& names, const QString& placeholder, const QString& description)
-{
-    m_parser.addOption({names, description, placeholder});
+    setApplicationDescription(text);
+    setSingleDashWordOptionMode(ParseAsLongOptions);
+    addOption({{QStringLiteral("h"), help}, QStringLiteral("Shows this.")});
 }
 
 void CommandLine::addInputOptions()
 {
-    addValue({type}, QStringLiteral("TYPE"),
-             QStringLiteral("What the list is: %1. Needed for CSV and for detection results.").arg(listTypes()));
-    addValue({from}, QStringLiteral("FORM"),
-             QStringLiteral("The form of what is read, csv, xml, tagged or packed, if its extension does not tell; "
-                            "needed for -, which is standard input."));
+    addOption({type, QStringLiteral("What the list is: %1. Needed for CSV and for detection results.").arg(listTypes()),
+               QStringLiteral("TYPE")});
+    addOption({from,
+               QStringLiteral("The form of what is read, csv, xml, tagged or packed, if its extension does not tell; "
+                              "needed for -, which is standard input."),
+               QStringLiteral("FORM")});
 }
 
 void CommandLine::addSkipOption()
 {
-    addFlag(skipBad, QStringLiteral("Pass over rows of CSV, and detection results to be converted, that give no entry, "
-                                    "with a warning; the first one ends the command otherwise."));
+    addOption(
+        {skipBad, QStringLiteral("Pass over rows of CSV, and detection results to be converted, that give no entry, "
+                                 "with a warning; the first one ends the command otherwise.")});
 }
 
-void CommandLine::addOutputOption()
+void CommandLine::addOutput()
 {
-    addValue({to}, QStringLiteral("FORM"),
-             QStringLiteral("The form of what is written, likewise; needed for -, which is standard output."));
+    addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("The file to write; left alone if anything fails."));
+    addOption({to, QStringLiteral("The form of what is written, likewise; needed for -, which is standard output."),
+               QStringLiteral("FORM")});
 }
 
 int CommandLine::run(const QStringList& arguments, const std::function<int()>& command, int failed)
 {
     try {
-        if (!m_parser.parse(arguments))
-            throw UsageError(m_parser.errorText());
-        const bool isHelpWanted = m_parser.isSet(help);
+        if (!parse(arguments))
+            throw UsageError(errorText());
+        const bool isHelpWanted = isSet(help);
         if (isHelpWanted)
-            print(m_parser.helpText());
+            print(helpText());
         const int status = isHelpWanted ? Done : command();
         flushOutput();
         return status;
     } catch (const UsageError& error) {
-        const QString usage = m_parser.helpText().section(QLatin1Char('\n'), 0, 0);
+        const QString usage = helpText().section(QLatin1Char('\n'), 0, 0);
         tell(error.GetMessage() + QStringLiteral("\n%1\n--help tells more.").arg(usage));
         return Misused;
     } catch (const TallyFormException& failure) {
-        report(failure);
+        tell(describe(failure.GetFault()));
     } catch (const std::bad_alloc&) {
         tell(QStringLiteral("this takes more than the memory of this machine."));
     }
     return failed;
 }
 
-void CommandLine::report(const TallyFormException& failure) { tell(describe(failure.GetFault())); }
-
-QStringList CommandLine::values(const QString& option) const
+QStringList CommandLine::valuesOf(const QString& option) const
 {
     QStringList values = value(option).split(QLatin1Char(','), Qt::SkipEmptyParts);
     for (QString& value : values)
@@ -114,13 +99,12 @@ QStringList CommandLine::values(const QString& option) const
 
 QStringList CommandLine::files(int least, int most) const
 {
-    const QStringList files = m_parser.positionalArguments();
+    const QStringList files = positionalArguments();
     if (files.size() < least)
         throw UsageError(QStringLiteral("a file is missing."));
     if (files.size() > most)
         throw UsageError(QStringLiteral("'%1' is one file too many.").arg(files[most]));
-    const QStringList options = m_parser.optionNames();
-    const bool isFormTold = options.contains(from) || options.contains(to);
+    const bool isFormTold = optionNames().contains(from) || optionNames().contains(to);
     if (isFormTold && std::all_of(files.begin(), files.end(), [](const QString& path) { return extensionOf(path); }))
         throw UsageError(QStringLiteral("the extension of each file tells its form; --from and --to are for others."));
     return files;
@@ -128,22 +112,24 @@ QStringList CommandLine::files(int least, int most) const
 
 ListFile CommandLine::input(const QString& path)
 {
-    ListFile file = listFile(nameOfStream(path, "stdin", STDIN_FILENO), from, QStringLiteral("standard input"));
-    if (file.isStream() && std::exchange(m_isStandardInputTaken, true))
+    const bool isStandardInput = isStream(path, QStringLiteral("stdin"), STDIN_FILENO);
+    if (isStandardInput && std::exchange(m_isStandardInputTaken, true))
         throw UsageError(QStringLiteral("standard input can only be read once."));
-    file.skipsBad = m_parser.optionNames().contains(skipBad);
+    ListFile file = listFile(path, isStandardInput ? QStringLiteral("standard input") : QString(), from);
+    file.skipsBad = optionNames().contains(skipBad);
     return file;
 }
 
 ListFile CommandLine::output(const QString& path) const
 {
-    return listFile(nameOfStream(path, "stdout", STDOUT_FILENO), to, QStringLiteral("standard output"));
+    const bool isStandardOutput = isStream(path, QStringLiteral("stdout"), STDOUT_FILENO);
+    return listFile(path, isStandardOutput ? QStringLiteral("standard output") : QString(), to);
 }
 
-ListFile CommandLine::listFile(const QString& path, const QString& option, const QString& stream) const
+ListFile CommandLine::listFile(const QString& path, const QString& stream, const QString& option) const
 {
-    const bool isStream = path == QLatin1String("-");
-    ListFile file{path, isStream ? stream : visible(path), {}, listType(), false, {}};
+    const bool isFile = stream.isNull();
+    ListFile file{isFile ? path : QStringLiteral("-"), isFile ? visible(path) : stream, {}, listType(), false, {}};
     file.form = form(file, option);
     if (file.form == Form::Csv && file.type == ListType::Invalid)
         throw UsageError(QStringLiteral("CSV needs --type, as --type MemoryScan."));

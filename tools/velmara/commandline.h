@@ -14,7 +14,7 @@ public:
 };
 
 /// The command line of one command: what all of them share, and the answers to --help and to failures.
-class CommandLine
+class CommandLine : public QCommandLineParser
 {
 public:
     enum Status { Done = 0, Failed = 1, Misused = 2 };
@@ -22,27 +22,19 @@ public:
     /// `examples` are whole lines that an operator may try.
     CommandLine(const QString& description, const QStringList& examples);
 
-    void addArgument(const QString& name, const QString& description, const QString& syntax);
-    void addFlag(const QString& name, const QString& description);
-    void addValue(const QStringList& names, const QString& placeholder, const QString& description);
-    /// --type and --from, which tell what a file to read is.
+    /// Adds --type and --from, which tell what a file to read is.
     void addInputOptions();
-    /// --skip-bad, which lets it go on behind what gives no entry.
+    /// Adds --skip-bad, which lets it go on behind what gives no entry.
     void addSkipOption();
-    /// --to, which tells the form of a file to write.
-    void addOutputOption();
+    /// Adds the argument for a file to write, and --to, which tells its form.
+    void addOutput();
 
     /// Parses the arguments and runs the command, which gives the exit status. Tells of what it throws, a UsageError
     /// with the usage, and gives `failed`, or Misused for that.
     int run(const QStringList& arguments, const std::function<int()>& command, int failed = Failed);
 
-    /// Tells of a failure that does not end the command.
-    static void report(const TALLYFORM::TallyFormException& failure);
-
-    bool isSet(const QString& option) const { return m_parser.isSet(option); }
-    QString value(const QString& option) const { return m_parser.value(option); }
     /// The values of an option that takes several, separated by commas.
-    QStringList values(const QString& option) const;
+    QStringList valuesOf(const QString& option) const;
     /// The arguments that are no options. Throws UsageError if they are too few or too many.
     QStringList files(int least, int most) const;
     /// A file to read. Throws UsageError, also for standard input if it is read already.
@@ -51,11 +43,11 @@ public:
     ListFile output(const QString& path) const;
 
 private:
-    ListFile listFile(const QString& path, const QString& option, const QString& stream) const;
+    /// A file, or a standard stream that has a name. Throws UsageError.
+    ListFile listFile(const QString& path, const QString& stream, const QString& option) const;
     /// The form that the path's extension tells, else an option.
     Form form(const ListFile& file, const QString& option) const;
-    Velmara::FrequencyStoreListHelper::ListType listType() const;
+    ListType listType() const;
 
-    QCommandLineParser m_parser;
     bool m_isStandardInputTaken = false;
 };

@@ -8,8 +8,6 @@
 using namespace Velmara;
 using TALLYFORM::ITallyObject;
 
-using ListType = FrequencyStoreListHelper::ListType;
-
 namespace {
 
 PathValue shown(PathValue value)
@@ -31,10 +29,7 @@ const MemberDescription& entriesMember(const ITallyObject& list) { return Descri
 
 const RecordDescription& entryDescription(ListType type)
 {
-    FrequencyStoreListHelper helper;
-    if (type != ListType::Invalid)
-        helper.SetListType(type);
-    return entriesMember(listIn(helper)).record();
+    return type == ListType::DetectionResult ? DescriptionOf(DetectionResult()) : DescriptionOf(FrequencyStoreEntry());
 }
 
 QVector<const ITallyObject*> entriesIn(const FrequencyStoreListHelper& helper)
@@ -47,8 +42,8 @@ QString countIn(const FrequencyStoreListHelper& helper)
 {
     const int count = entriesIn(helper).size();
     if (helper.GetListType() == ListType::DetectionResult)
-        return count == 1 ? QStringLiteral("1 detection result") : QStringLiteral("%1 detection results").arg(count);
-    return count == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(count);
+        return counted(count, "detection result", "detection results");
+    return counted(count, "entry", "entries");
 }
 
 QVector<PathValue> valuesOf(const ITallyObject& record)
@@ -69,7 +64,28 @@ QVector<PathValue> headingOf(const ITallyObject& list)
 
 QString textOf(const QVector<PathValue>& values)
 {
-    return textOf(values, [](const QString&) { return true; });
+    QString text;
+    for (const PathValue& value : values)
+        text += value.path + QLatin1Char('=') + value.text + QLatin1Char('\n');
+    return text;
+}
+
+QHash<QString, QString> textsByPath(const QVector<PathValue>& values)
+{
+    QHash<QString, QString> texts;
+    for (const PathValue& value : values)
+        texts.insert(value.path, value.text);
+    return texts;
+}
+
+QStringList textsAt(const QStringList& paths, const QVector<PathValue>& values)
+{
+    QStringList texts;
+    for (const QString& path : paths)
+        for (const PathValue& value : values)
+            if (WithoutPlaces(value.path) == path)
+                texts += value.text;
+    return texts;
 }
 
 const QString rangeStartPath = QStringLiteral("ShortTime_Settings/Range/StartFreq"),

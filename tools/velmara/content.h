@@ -1,14 +1,15 @@
 #pragma once
 
-#include <frequencystore/frequencystore.h>
-#include <frequencystore/paths.h>
+#include "listfile.h"
+
+#include <QHash>
 
 /// The list that a helper holds.
 const TALLYFORM::ITallyObject& listIn(const Velmara::FrequencyStoreListHelper& helper);
 /// The member of such a list that holds its entries or detection results.
 const Velmara::MemberDescription& entriesMember(const TALLYFORM::ITallyObject& list);
 /// What such a list of a type has as its entries.
-const Velmara::RecordDescription& entryDescription(Velmara::FrequencyStoreListHelper::ListType type);
+const Velmara::RecordDescription& entryDescription(ListType type);
 /// The entries or detection results, valid while the list is not changed.
 QVector<const TALLYFORM::ITallyObject*> entriesIn(const Velmara::FrequencyStoreListHelper& helper);
 /// "3 entries"
@@ -21,18 +22,12 @@ QVector<Velmara::PathValue> valuesOf(const TALLYFORM::ITallyObject& record);
 /// Those of a list itself, without its records.
 QVector<Velmara::PathValue> headingOf(const TALLYFORM::ITallyObject& list);
 
-/// "path=text" on a line for each value whose path passes; null if none does.
-template <class Passes> QString textOf(const QVector<Velmara::PathValue>& values, const Passes& passes)
-{
-    QString text;
-    for (const Velmara::PathValue& value : values)
-        if (passes(value.path))
-            text += value.path + QLatin1Char('=') + value.text + QLatin1Char('\n');
-    return text;
-}
-
-/// The same for all values.
+/// "path=text" on a line for each value; null if there is none.
 QString textOf(const QVector<Velmara::PathValue>& values);
+/// The texts by their paths.
+QHash<QString, QString> textsByPath(const QVector<Velmara::PathValue>& values);
+/// The texts of the values to which these paths lead, one path after the other, wherever in lists they are.
+QStringList textsAt(const QStringList& paths, const QVector<Velmara::PathValue>& values);
 
 /// Where an entry or a detection result may have a frequency of its own, and the ends of a range.
 QStringList frequencyPaths();

@@ -1,10 +1,56 @@
 #include "commandline.h"
 #include "commands.h"
 #include "content.h"
-#include "conversion.h"
+#include "messages.h"
 #include "terminal.h"
 
+#include <QSet>
+
+using namespace TALLYFORM;
 using namespace Velmara;
+
+namespace {
+
+ConversionReport convert(const ListFile& file, const DetectionResultList& results, FrequencyStoreList& store)
+{
+    const Progress progress(QStringLiteral("converting ") + file.name);
+    const BadResults badResults = file.skipsBad ? BadResults::AreSkipped : BadResults::EndConversion;
+    ConversionReport report = DetectionResultHelper::Convert(results, store, badResults);
+    if (!report.isComplete)
+        throw TallyException(describe(file.name, report));
+    return report;
+}
+
+void drop(const QVector<RefusedResult>& refused, QVector<DetectionResult>& results)
+{
+    QSet<int> dropped;
+    for (const RefusedResult& result : refused)
+        dropped += result.index;
+    QVector<DetectionResult> kept;
+    for (int i = 0; i < results.size(); ++i)
+        if (!dropped.contains(i))
+            kept.append(std::move(results[i]));
+    results = kept;
+}
+
+/// Turns the detection results in the helper, which were read from a file, into the store entries that all forms but
+/// CSV hold; those that give none are dropped if the file is to be read so. Warns of what is lost.
+void convertResults(const ListFile& file, FrequencyStoreListHelper& helper, Form to)
+{
+    DetectionResultList& results = helper.GetDetectionResultList();
+    FrequencyStoreList store;
+    store.SetValidate(to != Form::Csv); // which is made of the results, and written though the entries could not be
+    const ConversionReport report = convert(file, results, store);
+    warn(refusalsIn(file.name, report));
+    if (!report.refused.isEmpty())
+        drop(report.refused, results.GetDetectionResult());
+    if (to == Form::Csv)
+        return;
+    warn(lossesIn(file.name, report));
+    helper.SetFrequencyStoreList(store);
+}
+
+} // namespace
 
 int convert(const QStringList& arguments)
 {
@@ -13,18 +59,15 @@ int convert(const QStringList& arguments)
                        "Detection results are not read from CSV, and become store entries in all forms but CSV."),
         {QStringLiteral("velmara convert memoryscan.csv memoryscan.xml --type MemoryScan"),
          QStringLiteral("velmara convert results.xml - --to csv --type DetectionResult")});
-    line.addArgument(QStringLiteral("IN"), QStringLiteral("The file to read."), QStringLiteral("IN"));
-    line.addArgument(QStringLiteral("OUT"), QStringLiteral("The file to write; left alone if anything fails."),
-                     QStringLiteral("OUT"));
+    line.addPositionalArgument(QStringLiteral("IN"), QStringLiteral("The file to read."));
     line.addInputOptions();
     line.addSkipOption();
-    line.addOutputOption();
+    line.addOutput();
     return line.run(arguments, [&] {
         const QStringList files = line.files(2, 2);
         const ListFile in = line.input(files[0]), out = line.output(files[1]);
-        FrequencyStoreListHelper helper;
-        readList(in, helper);
-        if (in.type == FrequencyStoreListHelper::ListType::DetectionResult)
+        FrequencyStoreListHelper helper = readList(in);
+        if (in.type == ListType::DetectionResult)
             convertResults(in, helper, out.form);
         writeList(out, helper);
         if (!out.isStream())

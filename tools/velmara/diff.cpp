@@ -3,38 +3,32 @@
 #include "terminal.h"
 
 #include <QHash>
+#include <QQueue>
 
-#include <deque>
+#include <vector>
 
 using namespace Velmara;
 using namespace TALLYFORM;
 
 namespace {
 
+/// An entry of a list that was read; its texts are made as they are needed.
 struct Entry
 {
     int number;
-    const ITallyObject* record;
-};
+    const ITallyObject* record; ///< null once it is paired
 
-/// A list that was read; the texts of its entries are made as they are needed.
-class List
+    QVector<PathValue> values() const { return valuesOf(*record); }
+};
+using Entries = std::vector<Entry>;
+
+Entries numberedEntriesIn(const FrequencyStoreListHelper& helper)
 {
-public:
-    explicit List(const ListFile& file) { readList(file, m_helper); }
-
-    QVector<PathValue> heading() const { return headingOf(listIn(m_helper)); }
-    QVector<Entry> entries() const
-    {
-        QVector<Entry> entries;
-        for (const ITallyObject* record : entriesIn(m_helper))
-            entries += {entries.size() + 1, record};
-        return entries;
-    }
-
-private:
-    FrequencyStoreListHelper m_helper;
-};
+    Entries entries;
+    for (const ITallyObject* record : entriesIn(helper))
+        entries.push_back({int(entries.size()) + 1, record});
+    return entries;
+}
 
 struct Pair
 {
@@ -42,47 +36,30 @@ struct Pair
 };
 
 /// Takes out of both sides what a function finds equal, in order; an empty text is equal to none.
-template <class TextOf> QVector<Pair> takePairs(QVector<Entry>& left, QVector<Entry>& right, TextOf textOf)
+template <class TextOf> QVector<Pair> takePairs(Entries& left, Entries& right, TextOf textOf)
 {
-    QHash<QString, std::deque<int>> places;
-    for (int i = 0; i < right.size(); ++i)
-        places[textOf(valuesOf(*right[i].record))].push_back(i);
-    places.remove(QString());
+    QHash<QString, QQueue<Entry*>> unpaired;
+    for (Entry& entry : right)
+        unpaired[textOf(entry.values())].enqueue(&entry);
+    unpaired.remove(QString());
     QVector<Pair> pairs;
-    QVector<Entry> alone;
-    QVector<bool> isTaken(right.size(), false);
-    for (const Entry& entry : qAsConst(left)) {
-        const auto found = places.find(textOf(valuesOf(*entry.record)));
-        if (found == places.end() || found->empty()) {
-            alone += entry;
+    for (Entry& entry : left) {
+        const auto equals = unpaired.find(textOf(entry.values()));
+        if (equals == unpaired.end() || equals->isEmpty())
             continue;
-        }
-        isTaken[found->front()] = true;
-        pairs += {entry, right[found->front()]};
-        found->pop_front();
+        Entry& other = *equals->dequeue();
+        pairs += {entry, other};
+        entry.record = other.record = nullptr;
     }
-    left = alone;
-    QVector<Entry> rest;
-    for (int i = 0; i < right.size(); ++i)
-        if (!isTaken[i])
-            rest += right[i];
-    right = rest;
+    for (Entries* side : {&left, &right})
+        std::erase_if(*side, [](const Entry& entry) { return !entry.record; });
     return pairs;
 }
 
-void printAll(const QVector<Entry>& entries, const QString& sign, Colour colour)
+void printAll(const Entries& entries, const QString& sign, Colour colour)
 {
     for (const Entry& entry : entries)
-        print(coloured(sign + QStringLiteral(" %1: ").arg(entry.number) + labelOf(valuesOf(*entry.record)), colour)
-              + QLatin1Char('\n'));
-}
-
-QHash<QString, QString> textsByPath(const QVector<PathValue>& values)
-{
-    QHash<QString, QString> texts;
-    for (const PathValue& value : values)
-        texts.insert(value.path, value.text);
-    return texts;
+        printLine(sign + QStringLiteral(" %1: ").arg(entry.number) + labelOf(entry.values()), colour);
 }
 
 void printDifference(const QString& path, const QString& before, const QString& after)
@@ -103,34 +80,30 @@ void printDifferences(const QVector<PathValue>& left, const QVector<PathValue>& 
             printDifference(value.path, notSet, value.text);
 }
 
-void printChange(const QString& what)
-{
-    print(coloured(QStringLiteral("~ ") + what, Colour::Yellow) + QLatin1Char('\n'));
-}
-
 void printChange(const Pair& pair)
 {
-    const QVector<PathValue> left = valuesOf(*pair.left.record), right = valuesOf(*pair.right.record);
-    printChange(QStringLiteral("%1 -> %2: %3")
-                    .arg(QString::number(pair.left.number), QString::number(pair.right.number), labelOf(left)));
+    const QVector<PathValue> left = pair.left.values(), right = pair.right.values();
+    printLine(QStringLiteral("~ %1 -> %2: ").arg(pair.left.number).arg(pair.right.number) + labelOf(left),
+              Colour::Yellow);
     printDifferences(left, right);
 }
 
 /// Whether there is a difference.
 bool printDifferences(const ListFile& a, const ListFile& b, const Identity& identity)
 {
-    const List before(a), after(b);
-    QVector<Entry> left = before.entries(), right = after.entries();
-    takePairs(left, right, [](const QVector<PathValue>& values) { return textOf(values); });
+    const FrequencyStoreListHelper before = readList(a), after = readList(b);
+    Entries left = numberedEntriesIn(before), right = numberedEntriesIn(after);
+    takePairs(left, right, textOf);
     const QVector<Pair> changed
         = takePairs(left, right, [&](const QVector<PathValue>& values) { return identity.of(values); });
-    const bool isHeadingChanged = textOf(before.heading()) != textOf(after.heading());
-    if (!isHeadingChanged && left.isEmpty() && right.isEmpty() && changed.isEmpty())
+    const QVector<PathValue> leftHeading = headingOf(listIn(before)), rightHeading = headingOf(listIn(after));
+    const bool isHeadingChanged = textOf(leftHeading) != textOf(rightHeading);
+    if (!isHeadingChanged && left.empty() && right.empty() && changed.isEmpty())
         return false;
     print(coloured(QStringLiteral("--- %1\n+++ %2\n").arg(a.name, b.name), Colour::Bold));
     if (isHeadingChanged) {
-        printChange(QStringLiteral("the list"));
-        printDifferences(before.heading(), after.heading());
+        printLine(QStringLiteral("~ the list"), Colour::Yellow);
+        printDifferences(leftHeading, rightHeading);
     }
     printAll(left, QStringLiteral("-"), Colour::Red);
     for (const Pair& pair : changed)
@@ -150,8 +123,8 @@ int diff(const QStringList& arguments)
                        "not count. The exit status is 0 if there\nis no difference, 1 if there is, 2 for trouble."),
         {QStringLiteral("velmara diff yesterday.xml today.xml"),
          QStringLiteral("velmara diff memoryscan.csv memoryscan.packed --type MemoryScan --by ChannelNo")});
-    line.addArgument(QStringLiteral("A"), QStringLiteral("A list."), QStringLiteral("A"));
-    line.addArgument(QStringLiteral("B"), QStringLiteral("Another, in any form."), QStringLiteral("B"));
+    line.addPositionalArgument(QStringLiteral("A"), QStringLiteral("A list."));
+    line.addPositionalArgument(QStringLiteral("B"), QStringLiteral("Another, in any form."));
     line.addInputOptions();
     line.addSkipOption();
     Identity::addOption(line);

@@ -1,5 +1,7 @@
 #include "identity.h"
 
+#include <algorithm>
+
 using namespace Velmara;
 
 namespace {
@@ -10,24 +12,28 @@ const QString by = QStringLiteral("by");
 
 void Identity::addOption(CommandLine& line)
 {
-    line.addValue({by}, QStringLiteral("NAMES"),
-                  QStringLiteral("The members in which two entries are equal if they are the same entry, separated by "
-                                 "commas; their frequency, if not told. Members go by name, or by the path that leads "
-                                 "to them, as FFM_Settings/Detail/ChannelNo."));
+    line.addOption(
+        {by,
+         QStringLiteral("The members in which two entries are equal if they are the same entry, separated by "
+                        "commas; their frequency, if not told. Members go by name, or by the path that leads "
+                        "to them, as FFM_Settings/Detail/ChannelNo."),
+         QStringLiteral("NAMES")});
 }
 
-Identity::Identity(const CommandLine& line, const Velmara::RecordDescription& entry)
+Identity::Identity(const CommandLine& line, const RecordDescription& entry)
 {
-    const QStringList names = line.isSet(by) ? line.values(by) : QStringList();
-    for (const QString& name : names)
+    for (const QString& name : line.valuesOf(by))
         m_paths += pathsNamed(name, entry);
-    if (names.isEmpty())
+    if (m_paths.isEmpty())
         m_paths = frequencyPaths() << rangeStartPath << rangeStopPath;
 }
 
 QString Identity::of(const QVector<PathValue>& values) const
 {
-    return textOf(values, [this](const QString& path) { return m_paths.contains(WithoutPlaces(path)); });
+    QVector<PathValue> own;
+    std::copy_if(values.begin(), values.end(), std::back_inserter(own),
+                 [this](const PathValue& value) { return m_paths.contains(WithoutPlaces(value.path)); });
+    return textOf(own);
 }
 
 QString labelOf(const QVector<PathValue>& values)
@@ -35,10 +41,5 @@ QString labelOf(const QVector<PathValue>& values)
     static const QStringList telling = frequencyPaths()
                                     << rangeStartPath << rangeStopPath << QStringLiteral("FFM_Settings/AnalogDemod")
                                     << QStringLiteral("Type") << QStringLiteral("Comment");
-    QStringList label;
-    for (const QString& path : telling)
-        for (const PathValue& value : values)
-            if (WithoutPlaces(value.path) == path)
-                label += value.text;
-    return label.join(QStringLiteral(", "));
+    return textsAt(telling, values).join(QStringLiteral(", "));
 }

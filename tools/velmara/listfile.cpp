@@ -14,8 +14,6 @@
 using namespace TALLYFORM;
 using namespace Velmara;
 
-using ListType = FrequencyStoreListHelper::ListType;
-
 namespace {
 
 QByteArray bytesOf(const QString& path)
@@ -30,11 +28,11 @@ QByteArray bytesOf(const QString& path)
     return content;
 }
 
-template <class List> void readPacked(const QString& path, List& list)
+void readPacked(const QString& path, ITallyObject& list)
 {
     QDataStream stream(bytesOf(path));
     try {
-        list.SetVersionSpecificBinaryWithoutValidation(stream);
+        DescriptionOf(list).setPacked(list, stream);
     } catch (const TallyFormException&) {
         if (stream.status() == QDataStream::Ok)
             throw;
@@ -44,28 +42,21 @@ template <class List> void readPacked(const QString& path, List& list)
 }
 
 /// Reads the forms that all records have.
-template <class List> void readRecord(const ListFile& file, List& list)
+void readRecord(const ListFile& file, ITallyObject& list)
 {
-    LoadWhole(list, [&](List& fresh) {
-        QFile document(file.path);
-        switch (file.form) {
-        case Form::Xml: fresh.ReadXml(document); break;
-        case Form::Tagged: fresh.ReadBinary(file.path); break;
-        case Form::Packed: readPacked(file.path, fresh); break;
-        case Form::Csv: throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
-        }
-        return true;
-    });
+    QFile document(file.path);
+    switch (file.form) {
+    case Form::Xml: return list.ReadXml(document);
+    case Form::Tagged: return list.ReadBinary(file.path);
+    case Form::Packed: return readPacked(file.path, list);
+    case Form::Csv: throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
+    }
 }
 
 QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, Extent extent)
 {
-    const BadRows badRows = file.skipsBad ? BadRows::AreSkipped : BadRows::EndReading;
-    ImportReport report;
-    LoadWhole(helper.GetFrequencyStoreList(), [&](FrequencyStoreList& fresh) {
-        report = FileHandling().ReadCSV(file.path, fresh, std::as_const(helper).GetListType(), badRows);
-        return report.isComplete;
-    });
+    const ImportReport report = FileHandling().ReadCSV(file.path, helper.GetFrequencyStoreList(), file.type,
+                                                       file.skipsBad ? BadRows::AreSkipped : BadRows::EndReading);
     const QStringList warnings = warningsOf(file.name, report, extent);
     if (report.isComplete)
         return warnings;
@@ -73,17 +64,6 @@ QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, Exte
     if (QFile unread(file.path); !unread.open(QIODevice::ReadOnly)) // of which the report does not tell the reason
         throw TallyException(unread.errorString());
     throw TallyException(describe(file.path, report));
-}
-
-QStringList read(const ListFile& file, FrequencyStoreListHelper& helper, Extent extent)
-{
-    if (file.type == ListType::DetectionResult)
-        readRecord(file, helper.GetDetectionResultList());
-    else if (file.form == Form::Csv)
-        return readCsv(file, helper, extent);
-    else
-        readRecord(file, helper.GetFrequencyStoreList());
-    return {};
 }
 
 /// What to do about a list of the other kind.
@@ -116,7 +96,13 @@ QStringList load(const ListFile& told, FrequencyStoreListHelper& helper, Extent 
     if (file.type != ListType::Invalid)
         helper.SetListType(file.type);
     try {
-        return read(file, helper, extent);
+        if (file.type == ListType::DetectionResult)
+            readRecord(file, helper.GetDetectionResultList());
+        else if (file.form == Form::Csv)
+            return readCsv(file, helper, extent);
+        else
+            readRecord(file, helper.GetFrequencyStoreList());
+        return {};
     } catch (const TallyFormException& failure) {
         throw failureOf(failure, file.path, file.name);
     }
@@ -141,23 +127,21 @@ QByteArray packedForm(const FrequencyStoreList& list)
     return bytes;
 }
 
-void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
-{
-    if (list.GetFrequencyStoreEntry().isEmpty())
-        throw TallyException(QStringLiteral("a list without entries can only be written as CSV."));
-    switch (form) {
-    case Form::Xml: list.WriteXml(path); break;
-    case Form::Tagged: writeBytes(path, list.GetBinaryRepresentationAsQByteArray()); break;
-    default: writeBytes(path, packedForm(list));
-    }
-}
-
 void writeCsv(const QString& path, const QString& name, FrequencyStoreListHelper& helper)
 {
     const ExportReport report = FileHandling().WriteCSV(path, helper);
     if (!report.isComplete)
         throw TallyException(report.error);
     warn(warningsOf(name, report));
+}
+
+void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
+{
+    if (list.GetFrequencyStoreEntry().isEmpty())
+        throw TallyException(QStringLiteral("a list without entries can only be written as CSV."));
+    if (form == Form::Xml)
+        return list.WriteXml(path);
+    writeBytes(path, form == Form::Packed ? packedForm(list) : list.GetBinaryRepresentationAsQByteArray());
 }
 
 void writeTo(const QString& path, const ListFile& file, FrequencyStoreListHelper& helper)
@@ -181,7 +165,12 @@ std::optional<Form> formNamed(const QString& name)
     return form < 0 ? std::nullopt : std::optional(Form(form));
 }
 
-void readList(const ListFile& file, FrequencyStoreListHelper& helper) { warn(load(file, helper, Extent::First)); }
+FrequencyStoreListHelper readList(const ListFile& file)
+{
+    FrequencyStoreListHelper helper;
+    warn(load(file, helper, Extent::First));
+    return helper;
+}
 
 QStringList readThoroughly(ListFile file, FrequencyStoreListHelper& helper)
 {

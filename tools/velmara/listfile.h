@@ -7,6 +7,8 @@
 
 class QTemporaryFile;
 
+using ListType = Velmara::FrequencyStoreListHelper::ListType;
+
 /// The forms in which a list can stand in a file.
 enum class Form { Csv, Xml, Tagged, Packed };
 
@@ -19,18 +21,19 @@ struct ListFile
     QString path; ///< "-" for a standard stream
     QString name; ///< what the operator calls it, visible (see terminal.h)
     Form form;
-    Velmara::FrequencyStoreListHelper::ListType type; ///< Invalid where nobody told it
-    bool skipsBad = false;                            ///< passes over what gives no entry, and warns of it
-    std::shared_ptr<const QTemporaryFile> copy;       ///< where the path leads to one
+    ListType type;                              ///< Invalid where nobody told it
+    bool skipsBad = false;                      ///< passes over what gives no entry, and warns of it
+    std::shared_ptr<const QTemporaryFile> copy; ///< where the path leads to one
 
     bool isStream() const { return path == QLatin1String("-"); }
 };
 
-/// Reads and checks a list of store entries, or of detection results for that list type, into the helper; warns of what
-/// is not as it should be, the first of many like cases. Throws TallyFormException, which tells the place in the file
-/// where it is known.
-void readList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
-/// The same, but goes on behind rows of CSV that are no entries, and gives all that there is to say of the file.
+/// Reads and checks a list of store entries, or of detection results for that list type; warns of what is not as it
+/// should be, the first of many like cases. Throws TallyFormException, which tells the place in the file where it is
+/// known.
+Velmara::FrequencyStoreListHelper readList(const ListFile& file);
+/// The same into a helper, but goes on behind rows of CSV that are no entries, and gives all that there is to say of
+/// the file.
 QStringList readThoroughly(ListFile file, Velmara::FrequencyStoreListHelper& helper);
 
 /// Writes the list of entries, or detection results as CSV. Warns of what a reader will not get back. Throws

@@ -39,16 +39,6 @@ QString help()
     return text + QStringLiteral("\nvelmara COMMAND --help tells more. velmara --version tells the version.\n");
 }
 
-/// Answers a line without a command; null for one that is none of those.
-QString answer(const QString& word)
-{
-    if (word == QLatin1String("--version"))
-        return QStringLiteral("velmara " VELMARA_VERSION_TEXT "\n");
-    if (word == QLatin1String("--help") || word == QLatin1String("-h"))
-        return help();
-    return {};
-}
-
 int run(const Command& command, int argc, char** argv)
 {
     std::string name = std::string("velmara ") + command.name; // as a command's help shows it
@@ -66,8 +56,9 @@ int main(int argc, char** argv)
     for (const Command& command : commands)
         if (word == QLatin1String(command.name))
             return run(command, argc - 1, argv + 1);
-    if (const QString text = answer(word); !text.isNull()) {
-        std::fputs(text.toUtf8().constData(), stdout);
+    const bool isVersionWanted = word == QLatin1String("--version");
+    if (isVersionWanted || word == QLatin1String("--help") || word == QLatin1String("-h")) {
+        std::fputs(isVersionWanted ? "velmara " VELMARA_VERSION_TEXT "\n" : help().toUtf8().constData(), stdout);
         return std::fflush(stdout) == 0 ? 0 : 1;
     }
     if (!word.isEmpty())

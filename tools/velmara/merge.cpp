@@ -5,11 +5,10 @@
 #include <QHash>
 
 #include <limits>
+#include <utility>
 
 using namespace Velmara;
 using namespace TALLYFORM;
-
-using ListType = FrequencyStoreListHelper::ListType;
 
 namespace {
 
@@ -21,14 +20,13 @@ public:
 
     void add(const ListFile& file)
     {
-        FrequencyStoreListHelper helper;
-        readList(file, helper);
-        FrequencyStoreList& list = helper.GetFrequencyStoreList();
-        if (m_isFirst)
-            begin(file, list);
-        m_isFirst = false;
+        const FrequencyStoreListHelper helper = readList(file);
+        if (!std::exchange(m_isBegun, true)) { // what the first list says of itself holds for all
+            m_joined = helper;
+            m_joined.GetFrequencyStoreList().ResetFrequencyStoreEntry();
+        }
         int number = 0;
-        for (const FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
+        for (const FrequencyStoreEntry& entry : helper.GetFrequencyStoreList().GetFrequencyStoreEntry())
             addEntry(entry, file.name + QStringLiteral(", entry %1").arg(++number));
     }
 
@@ -43,15 +41,6 @@ private:
         FrequencyStoreEntry entry;
     };
 
-    /// What the first list says of itself holds for all.
-    void begin(const ListFile& file, const FrequencyStoreList& list)
-    {
-        if (file.type != ListType::Invalid)
-            m_joined.SetListType(file.type);
-        m_joined.GetFrequencyStoreList() = list;
-        m_joined.GetFrequencyStoreList().ResetFrequencyStoreEntry();
-    }
-
     void addEntry(const FrequencyStoreEntry& entry, const QString& place)
     {
         const QVector<PathValue> values = valuesOf(entry);
@@ -65,9 +54,9 @@ private:
         m_joined.GetFrequencyStoreList().AppendFrequencyStoreEntry(entry);
     }
 
-    const Identity& m_identity;
+    const Identity m_identity;
     FrequencyStoreListHelper m_joined;
-    bool m_isFirst = true;
+    bool m_isBegun = false;
     QHash<QString, Kept> m_kept;
     QStringList m_dropped;
 };
@@ -83,29 +72,25 @@ int merge(const QStringList& arguments)
         {QStringLiteral("velmara merge all.xml north.xml south.packed"),
          QStringLiteral("velmara merge all.csv a.csv b.csv --type DetectionConventional --by Frequency,StartTime"),
          QStringLiteral("velmara merge all.csv a.csv b.csv --type MemoryScan --by Frequency,Antenna")});
-    line.addArgument(QStringLiteral("OUT"), QStringLiteral("The file to write; left alone if anything fails."),
-                     QStringLiteral("OUT"));
-    line.addArgument(QStringLiteral("IN"), QStringLiteral("The lists to join."), QStringLiteral("IN IN..."));
     line.addInputOptions();
     line.addSkipOption();
-    line.addOutputOption();
+    line.addOutput();
+    line.addPositionalArgument(QStringLiteral("IN"), QStringLiteral("The lists to join."), QStringLiteral("IN IN..."));
     Identity::addOption(line);
     return line.run(arguments, [&] {
         const QStringList files = line.files(3, std::numeric_limits<int>::max());
         const ListFile out = line.output(files.first());
         if (out.type == ListType::DetectionResult)
             throw UsageError(QStringLiteral("detection results are not joined; convert them to entries first."));
-        const Identity identity(line, entryDescription(out.type));
-        Joiner joiner(identity);
+        Joiner joiner(Identity(line, entryDescription(out.type)));
         for (const QString& file : files.mid(1))
             joiner.add(line.input(file));
         writeList(out, joiner.joined());
         for (const QString& dropped : joiner.dropped())
             out.isStream() ? tell(dropped) : print(dropped + QLatin1Char('\n'));
         if (!out.isStream())
-            print(out.name
-                  + QStringLiteral(": %1, %2 dropped\n")
-                        .arg(countIn(joiner.joined()), QString::number(joiner.dropped().size())));
+            print(QStringLiteral("%1: %2, %3 dropped\n")
+                      .arg(out.name, countIn(joiner.joined()), QString::number(joiner.dropped().size())));
         return CommandLine::Done;
     });
 }

@@ -11,6 +11,19 @@ using namespace Velmara;
 
 namespace {
 
+constexpr int few = 10, many = 100000; // whose text takes some 30 MB
+
+const QString likewise = QStringLiteral(": the same in %1 more places."),
+              passedOver = QStringLiteral(": %1 more passed over.");
+
+const std::pair<CsvDamage, QString> damages[] = {
+    {CsvDamage::LongLine, QStringLiteral("the line is longer than a reader takes.")},
+    {CsvDamage::BrokenLine, QStringLiteral("a separator or a line end within a cell breaks the line for a reader.")},
+    {CsvDamage::NoCharacter, QStringLiteral("half a surrogate pair is no character; a reader gets '?'.")},
+    {CsvDamage::ReadAsUnset, QStringLiteral("a reader takes this for a value that is not set.")},
+    {CsvDamage::ReadAsDashes, QStringLiteral("the text is empty, and a reader gets '---'.")},
+};
+
 QString quoted(const QString& text)
 {
     constexpr int limit = 60;
@@ -27,79 +40,53 @@ QString placeOf(const QString& file, const CsvCell& cell)
     return place + QStringLiteral(": ");
 }
 
-QString columns(const QStringList& names)
-{
-    QStringList list;
-    for (const QString& name : names)
-        list += quoted(name);
-    return (names.size() == 1 ? QStringLiteral("column ") : QStringLiteral("columns "))
-         + list.join(QStringLiteral(", "));
-}
+QString textOf(const QString& file, const CsvBadRow& row) { return placeOf(file, row.place) + row.reason; }
 
-struct Remark
-{
-    CsvCell cell;
-    QString text;
-};
-
-constexpr int fewRemarks = 10, manyRemarks = 100000; // whose text takes some 30 MB
-
-const QString likewise = QStringLiteral(": the same in %1 more places."),
-              passedOver = QStringLiteral(": %1 more passed over.");
-
-/// One warning for each of the first cases, and one for the rest.
-template <class Case, class TextOf>
-QStringList firstOf(const QString& file, const QVector<Case>& cases, int most, const QString& rest, TextOf textOf)
-{
-    QStringList warnings;
-    for (const Case& each : cases.mid(0, most))
-        warnings += textOf(each);
-    if (cases.size() > most)
-        warnings += file + rest.arg(cases.size() - most);
-    return warnings;
-}
-
-QStringList warningsOf(const QString& file, const QVector<Remark>& remarks, int most, const QString& rest = likewise)
-{
-    return firstOf(file, remarks, most, rest,
-                   [&](const Remark& remark) { return placeOf(file, remark.cell) + remark.text; });
-}
-
-QVector<Remark> remarksOn(const QVector<CsvBadRow>& rows)
-{
-    QVector<Remark> remarks;
-    for (const CsvBadRow& row : rows)
-        remarks += {row.place, row.reason};
-    return remarks;
-}
-
-QVector<Remark> remarksOn(const QVector<CsvCell>& misread)
-{
-    QVector<Remark> remarks;
-    for (const CsvCell& cell : misread)
-        remarks += {cell, QStringLiteral("not in the form of its column, and not read as it stands.")};
-    return remarks;
-}
-
-/// What there is to say of rows and cells, in their order if all of it is to be told.
-QStringList remarksOn(const QString& file, const ImportReport& report, Extent extent)
-{
-    const QVector<Remark> rows = remarksOn(report.skipped), cells = remarksOn(report.misread);
-    if (extent == Extent::First)
-        return warningsOf(file, rows, fewRemarks, passedOver) + warningsOf(file, cells, fewRemarks);
-    QVector<Remark> all = rows + cells;
-    std::stable_sort(all.begin(), all.end(),
-                     [](const Remark& a, const Remark& b) { return a.cell.line < b.cell.line; });
-    return warningsOf(file, all, manyRemarks);
-}
-
-QString placeOfResult(const QString& file, const RefusedResult& result)
+QString textOf(const QString& file, const RefusedResult& result)
 {
     QString place = file + QStringLiteral(": ");
     if (result.index >= 0)
         place
             += QStringLiteral("DetectionResult[%1], ID %2: ").arg(QString::number(result.index + 1), quoted(result.id));
-    return place;
+    return place + result.reason;
+}
+
+/// One warning for each of the first cases, and one for the rest.
+template <class Case>
+QStringList warningsOf(const QString& file, const QVector<Case>& cases, const QString& rest, int most = few)
+{
+    QStringList warnings;
+    for (const Case& each : cases.mid(0, most))
+        warnings += textOf(file, each);
+    if (cases.size() > most)
+        warnings += file + rest.arg(cases.size() - most);
+    return warnings;
+}
+
+/// What there is to say of rows and cells, in their order if all of it is to be told.
+QStringList remarksOn(const QString& file, const ImportReport& report, Extent extent)
+{
+    QVector<CsvBadRow> cells;
+    for (const CsvCell& cell : report.misread)
+        cells += {cell, QStringLiteral("not in the form of its column, and not read as it stands.")};
+    if (extent == Extent::First)
+        return warningsOf(file, report.skipped, passedOver) + warningsOf(file, cells, likewise);
+    QVector<CsvBadRow> all = report.skipped + cells;
+    std::stable_sort(all.begin(), all.end(),
+                     [](const CsvBadRow& a, const CsvBadRow& b) { return a.place.line < b.place.line; });
+    return warningsOf(file, all, likewise, many);
+}
+
+/// A warning of columns, if there are any.
+QStringList warningOf(const QString& what, const QStringList& columns)
+{
+    QStringList names;
+    for (const QString& column : columns)
+        names += quoted(column);
+    if (names.isEmpty())
+        return {};
+    const QString word = names.size() == 1 ? QStringLiteral("column ") : QStringLiteral("columns ");
+    return {what + word + names.join(QStringLiteral(", ")) + QLatin1Char('.')};
 }
 
 /// "ID of 2 results; Baudrate of 1 result"
@@ -111,42 +98,17 @@ QStringList countsOf(const QVector<ReducedResult>& results)
             ++counts[member];
     QStringList texts;
     for (auto each = counts.cbegin(); each != counts.cend(); ++each)
-        texts += (each.value() == 1 ? QStringLiteral("%1 of %2 result") : QStringLiteral("%1 of %2 results"))
-                     .arg(each.key(), QString::number(each.value()));
+        texts += QStringLiteral("%1 of %2").arg(each.key(), counted(each.value(), "result", "results"));
     return texts;
-}
-
-QString reasonOf(CsvDamage damage)
-{
-    switch (damage) {
-    case CsvDamage::LongLine: return QStringLiteral("the line is longer than a reader takes.");
-    case CsvDamage::BrokenLine:
-        return QStringLiteral("a separator or a line end within a cell breaks the line for a reader.");
-    case CsvDamage::NoCharacter: return QStringLiteral("half a surrogate pair is no character; a reader gets '?'.");
-    case CsvDamage::ReadAsUnset: return QStringLiteral("a reader takes this for a value that is not set.");
-    case CsvDamage::ReadAsDashes: return QStringLiteral("the text is empty, and a reader gets '---'.");
-    }
-    return {};
-}
-
-QVector<Remark> remarksOn(const ExportReport& report, CsvDamage damage)
-{
-    QVector<Remark> remarks;
-    for (const CsvDamagedCell& cell : report.damaged)
-        if (cell.damage == damage)
-            remarks += {cell, reasonOf(damage)};
-    return remarks;
 }
 
 } // namespace
 
 QString describe(const Fault& fault)
 {
-    QStringList parts{fault.message};
-    if (fault.place.line == 0 && !fault.path.isEmpty()) // a place in the input says more
-        parts.prepend(fault.path);
-    if (const QString origin = fault.place.text(); !origin.isEmpty())
-        parts.prepend(origin);
+    const QString path = fault.place.line == 0 ? fault.path : QString(); // a place in the input says more
+    QStringList parts{fault.place.text(), path, fault.message};
+    parts.removeAll(QString());
     return parts.join(QStringLiteral(": "));
 }
 
@@ -171,26 +133,21 @@ QStringList warningsOf(const QString& file, const ImportReport& report, Extent e
     if (report.emptyLine > 0)
         warnings += placeOf(file, {report.emptyLine, {}, {}})
                   + QStringLiteral("the data end at this empty line; what stands behind it was not read.");
-    if (!report.unknownColumns.isEmpty())
-        warnings
-            += file + QStringLiteral(": passed over the unknown ") + columns(report.unknownColumns) + QLatin1Char('.');
-    if (!report.repeatedColumns.isEmpty())
-        warnings += file + QStringLiteral(": read the first only of the repeated ") + columns(report.repeatedColumns)
-                  + QLatin1Char('.');
-    if (!report.missingColumns.isEmpty())
-        warnings += file + QStringLiteral(": did not find the ") + columns(report.missingColumns) + QLatin1Char('.');
-    return warnings + remarksOn(file, report, extent);
+    return warnings << warningOf(file + QStringLiteral(": passed over the unknown "), report.unknownColumns)
+                    << warningOf(file + QStringLiteral(": read the first only of the repeated "),
+                                 report.repeatedColumns)
+                    << warningOf(file + QStringLiteral(": did not find the "), report.missingColumns)
+                    << remarksOn(file, report, extent);
 }
 
 QString describe(const QString& file, const ConversionReport& report)
 {
-    return placeOfResult(file, report.failed) + report.error;
+    return textOf(file, RefusedResult{report.failed.index, report.failed.id, report.error});
 }
 
 QStringList refusalsIn(const QString& file, const ConversionReport& report)
 {
-    return firstOf(file, report.refused, fewRemarks, passedOver,
-                   [&](const RefusedResult& result) { return placeOfResult(file, result) + result.reason; });
+    return warningsOf(file, report.refused, passedOver);
 }
 
 QStringList lossesIn(const QString& file, const ConversionReport& report)
@@ -207,13 +164,15 @@ QStringList lossesIn(const QString& file, const ConversionReport& report)
 QStringList warningsOf(const QString& file, const ExportReport& report)
 {
     QStringList warnings;
-    for (const CsvDamage damage : {CsvDamage::LongLine, CsvDamage::BrokenLine, CsvDamage::NoCharacter,
-                                   CsvDamage::ReadAsUnset, CsvDamage::ReadAsDashes})
-        warnings += warningsOf(file, remarksOn(report, damage), fewRemarks);
+    for (const auto& [damage, reason] : damages) {
+        QVector<CsvBadRow> cells;
+        for (const CsvDamagedCell& cell : report.damaged)
+            if (cell.damage == damage)
+                cells += {cell, reason};
+        warnings += warningsOf(file, cells, likewise);
+    }
     if (!report.untuned.isEmpty())
-        warnings += placeOf(file, {report.untuned.first(), {}, {}})
-                  + QStringLiteral("%1 from here on without a fixed frequency, which a reader gets as 0.")
-                        .arg(report.untuned.size() == 1 ? QStringLiteral("1 entry")
-                                                        : QStringLiteral("%1 entries").arg(report.untuned.size()));
+        warnings += placeOf(file, {report.untuned.first(), {}, {}}) + counted(report.untuned.size(), "entry", "entries")
+                  + QStringLiteral(" from here on without a fixed frequency, which a reader gets as 0.");
     return warnings;
 }

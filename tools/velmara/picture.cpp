@@ -16,7 +16,16 @@ constexpr double lanesRoom = 640, thinnestLane = 1, fullLane = 20, tallestBar = 
 constexpr int mostLabelledLanes = 32;
 
 const char* const colours[] = {"#0072b2", "#e69f00", "#009e73", "#cc79a7", "#56b4e9", "#d55e00", "#8c6d31", "#882255"};
-const char* const otherColour = "#9a9a9a";
+const char *const otherColour = "#9a9a9a", *const dark = "#222222", *const white = "#ffffff";
+
+using Style = QVector<std::pair<const char*, const char*>>;
+const Style atStart{{"text-anchor", "start"}, {"font-size", "11.0"}};
+const Style atEnd{{"text-anchor", "end"}, {"font-size", "11.0"}};
+const Style centred{{"text-anchor", "middle"}, {"font-size", "11.0"}};
+const Style heading{{"text-anchor", "start"}, {"font-size", "16.0"}};
+/// With a dark seam, to be read on any colour.
+const Style onColour{
+    {"font-size", "11.0"}, {"fill", white}, {"stroke", dark}, {"stroke-width", "1.2"}, {"paint-order", "stroke"}};
 
 enum class Side { None, Left, Right, Within };
 
@@ -89,8 +98,6 @@ public:
     QByteArray bytes() const { return m_text.toUtf8(); }
 
 private:
-    using Attribute = std::pair<const char*, QString>;
-
     static QVector<double> edgesOf(const QVector<Bar>& bars)
     {
         QVector<double> edges;
@@ -126,100 +133,78 @@ private:
         m_groups = m_groups.mid(0, int(std::size(colours)));
         m_hasOthers = counts.size() > m_groups.size();
     }
-    QString colourOf(const QString& group) const
+    const char* colourOf(const QString& group) const
     {
         const int place = m_groups.indexOf(group);
-        return QLatin1String(place < 0 ? otherColour : colours[place]);
+        return place < 0 ? otherColour : colours[place];
     }
 
-    static QString number(double value) { return QString::number(value, 'f', 1); }
-
-    void start(const char* element, std::initializer_list<Attribute> attributes)
+    void start(const char* element, std::initializer_list<std::pair<const char*, double>> numbers, const Style& style)
     {
         m_svg.writeStartElement(QLatin1String(element));
-        for (const auto& [name, value] : attributes)
-            m_svg.writeAttribute(QLatin1String(name), value);
+        for (const auto& [name, number] : numbers)
+            m_svg.writeAttribute(QLatin1String(name), QString::number(number, 'f', 1));
+        for (const auto& [name, text] : style)
+            m_svg.writeAttribute(QLatin1String(name), QLatin1String(text));
     }
-    void text(double x, double y, const QString& content, const char* anchor = "start", double size = fontSize)
+    void line(double x1, double y1, double x2, double y2, const char* colour)
     {
-        write(
-            content,
-            {{"x", number(x)}, {"y", number(y)}, {"text-anchor", QLatin1String(anchor)}, {"font-size", number(size)}});
-    }
-    /// White with a dark seam, to be read on any colour.
-    void textOnColour(double x, double y, const QString& content)
-    {
-        write(content, {{"x", number(x)},
-                        {"y", number(y)},
-                        {"font-size", number(fontSize)},
-                        {"fill", QStringLiteral("#ffffff")},
-                        {"stroke", QStringLiteral("#222222")},
-                        {"stroke-width", number(1.2)},
-                        {"paint-order", QStringLiteral("stroke")}});
-    }
-    void write(const QString& content, std::initializer_list<Attribute> attributes)
-    {
-        start("text", attributes);
-        m_svg.writeCharacters(content);
+        start("line", {{"x1", x1}, {"y1", y1}, {"x2", x2}, {"y2", y2}}, {{"stroke", colour}});
         m_svg.writeEndElement();
     }
-    void box(double x, double y, double w, double h, const QString& colour)
+    /// The title is what a viewer tells under the pointer.
+    void box(double x, double y, double w, double h, const char* colour, const QString& title = {})
     {
-        start("rect",
-              {{"x", number(x)}, {"y", number(y)}, {"width", number(w)}, {"height", number(h)}, {"fill", colour}});
+        start("rect", {{"x", x}, {"y", y}, {"width", w}, {"height", h}}, {{"fill", colour}});
+        if (!title.isNull())
+            m_svg.writeTextElement(QStringLiteral("title"), title);
+        m_svg.writeEndElement();
+    }
+    void text(double x, double y, const QString& content, const Style& style)
+    {
+        start("text", {{"x", x}, {"y", y}}, style);
+        m_svg.writeCharacters(content);
+        m_svg.writeEndElement();
     }
 
     void open(const QString& title, const QString& remark)
     {
-        const QString height = number(m_bottom + axisRoom);
-        start("svg", {{"xmlns", QStringLiteral("http://www.w3.org/2000/svg")},
-                      {"width", number(width)},
-                      {"height", height},
-                      {"viewBox", QStringLiteral("0 0 %1 %2").arg(number(width), height)},
-                      {"font-family", QStringLiteral("sans-serif")},
-                      {"fill", QStringLiteral("#222222")}});
-        box(0, 0, width, m_bottom + axisRoom, QStringLiteral("#ffffff"));
-        m_svg.writeEndElement();
-        text(margin, 28, title, "start", 16);
-        text(width - margin, 28, remark, "end");
+        const double height = m_bottom + axisRoom;
+        m_svg.writeDefaultNamespace(QStringLiteral("http://www.w3.org/2000/svg"));
+        start("svg", {{"width", width}, {"height", height}}, {});
+        m_svg.writeAttribute(QStringLiteral("viewBox"),
+                             QStringLiteral("0 0 %1 %2").arg(width, 0, 'f', 1).arg(height, 0, 'f', 1));
+        m_svg.writeAttribute(QStringLiteral("font-family"), QStringLiteral("sans-serif"));
+        m_svg.writeAttribute(QStringLiteral("fill"), QLatin1String(dark));
+        box(0, 0, width, height, white);
+        text(margin, 28, title, heading);
+        text(width - margin, 28, remark, atEnd);
     }
 
     void drawAxis()
     {
-        line(margin, m_bottom, width - margin, m_bottom, "#222222");
-        for (const Scale::Tick& tick : m_scale.ticks()) {
-            line(margin + tick.place, headRoom - 10, margin + tick.place, m_bottom + 5, "#dddddd");
-            text(margin + tick.place, m_bottom + 18, tick.label, "middle");
+        line(margin, m_bottom, width - margin, m_bottom, dark);
+        for (const auto& [place, label] : m_scale.ticks()) {
+            line(margin + place, headRoom - 10, margin + place, m_bottom + 5, "#dddddd");
+            text(margin + place, m_bottom + 18, label, centred);
         }
-    }
-    void line(double x1, double y1, double x2, double y2, const char* colour)
-    {
-        start("line", {{"x1", number(x1)},
-                       {"y1", number(y1)},
-                       {"x2", number(x2)},
-                       {"y2", number(y2)},
-                       {"stroke", QLatin1String(colour)}});
-        m_svg.writeEndElement();
     }
 
     void draw(const Placed& placed)
     {
         const double height = qMin(m_laneHeight * 0.8, tallestBar);
-        const double y = m_bottom - (placed.lane + 1) * m_laneHeight;
+        const double y = m_bottom - (placed.lane + 1) * m_laneHeight, baseline = y + height - 2;
         const Bar& bar = *placed.bar;
-        box(margin + placed.left, y, placed.right - placed.left, height, colourOf(bar.group));
-        start("title", {}); // what a viewer tells under the pointer
-        m_svg.writeCharacters(QStringLiteral("%1 (%2)").arg(bar.label, bar.group));
-        m_svg.writeEndElement();
-        m_svg.writeEndElement();
+        box(margin + placed.left, y, placed.right - placed.left, height, colourOf(bar.group),
+            QStringLiteral("%1 (%2)").arg(bar.label, bar.group));
         if (m_laneHeight < fontSize)
             return;
         if (placed.label == Side::Right)
-            text(margin + placed.right + gap, y + height - 2, bar.label);
+            text(margin + placed.right + gap, baseline, bar.label, atStart);
         else if (placed.label == Side::Left)
-            text(margin + placed.left - gap, y + height - 2, bar.label, "end");
+            text(margin + placed.left - gap, baseline, bar.label, atEnd);
         else if (placed.label == Side::Within)
-            textOnColour(margin + placed.left + gap, y + height - 2, bar.label);
+            text(margin + placed.left + gap, baseline, bar.label, onColour);
     }
 
     void drawLegend()
@@ -227,16 +212,15 @@ private:
         constexpr int letters = 16;
         constexpr double step = plotWidth / (std::size(colours) + 1);
         double x = margin;
-        const auto add = [&](const QString& name, const QString& colour) {
+        const auto add = [&](const QString& name, const char* colour) {
             box(x, m_bottom + 40, 12, 12, colour);
-            m_svg.writeEndElement();
-            text(x + 16, m_bottom + 50, shortened(name, letters));
+            text(x + 16, m_bottom + 50, shortened(name, letters), atStart);
             x += step;
         };
         for (const QString& group : qAsConst(m_groups))
             add(group, colourOf(group));
         if (m_hasOthers)
-            add(QStringLiteral("others"), QLatin1String(otherColour));
+            add(QStringLiteral("others"), otherColour);
     }
 
     Scale m_scale;

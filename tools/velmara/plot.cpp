@@ -1,5 +1,6 @@
+#include "commandline.h"
 #include "commands.h"
-#include "identity.h"
+#include "content.h"
 #include "picture.h"
 #include "scale.h"
 #include "terminal.h"
@@ -16,69 +17,50 @@ const QString output = QStringLiteral("output"), colourBy = QStringLiteral("colo
 bool isOnAxis(double hertz) { return hertz >= 0 && hertz <= Scale::highestFrequency; }
 
 /// The first of some values that an entry has; null without one.
-QString first(const QVector<PathValue>& values, const QStringList& paths)
-{
-    for (const QString& path : paths)
-        for (const PathValue& value : values)
-            if (WithoutPlaces(value.path) == path)
-                return value.text;
-    return {};
-}
-
-QString label(const QVector<PathValue>& values, double frequency)
-{
-    constexpr int letters = 40;
-    const QString name = first(values, {QStringLiteral("Comment"), QStringLiteral("ID"), QStringLiteral("Type")});
-    return (frequencyText(frequency) + QLatin1Char(' ') + shortened(name, letters)).trimmed();
-}
+QString first(const QStringList& paths, const QVector<PathValue>& values) { return textsAt(paths, values).value(0); }
 
 /// The ranges that an entry occupies: around its frequencies, or the one that it names.
 QVector<Bar> barsOf(const QVector<PathValue>& values, const QStringList& groups)
 {
-    const QString from = first(values, {rangeStartPath}), to = first(values, {rangeStopPath});
-    const QString group = first(values, groups);
-    const QString groupName = group.isEmpty() ? QStringLiteral("(none)") : group;
+    constexpr int letters = 40;
+    const QString name = first({QStringLiteral("Comment"), QStringLiteral("ID"), QStringLiteral("Type")}, values);
+    const QString group = first(groups, values);
     QVector<Bar> bars;
     const auto add = [&](double frequency, double left, double right) {
+        const QString label = (frequencyText(frequency) + QLatin1Char(' ') + shortened(name, letters)).trimmed();
         if (isOnAxis(left) && isOnAxis(right))
-            bars += {left, right, label(values, frequency), groupName};
+            bars += {left, right, label, group.isEmpty() ? QStringLiteral("(none)") : group};
     };
+    const QString from = first({rangeStartPath}, values), to = first({rangeStopPath}, values);
     if (!from.isNull() && !to.isNull()) {
         add(from.toDouble(), from.toDouble(), to.toDouble());
         return bars;
     }
-    const double bandwidth = first(values, {QStringLiteral("Bandwidth"), QStringLiteral("FFM_Settings/IFBandwidth"),
-                                            QStringLiteral("ShortTime_Settings/Bandwidth")})
+    const double bandwidth = first({QStringLiteral("Bandwidth"), QStringLiteral("FFM_Settings/IFBandwidth"),
+                                    QStringLiteral("ShortTime_Settings/Bandwidth")},
+                                   values)
                                  .toDouble();
     const double half = isOnAxis(bandwidth) ? bandwidth / 2 : 0;
-    const QStringList centres = frequencyPaths();
-    for (const PathValue& value : values)
-        if (const double centre = value.text.toDouble(); centre > 0 && centres.contains(WithoutPlaces(value.path)))
+    for (const QString& text : textsAt(frequencyPaths(), values))
+        if (const double centre = text.toDouble(); centre > 0)
             add(centre, qMax(0., centre - half), qMin(centre + half, Scale::highestFrequency));
     return bars;
 }
 
-struct Bars
+/// The picture of a list. Throws TallyException if there is nothing to draw.
+QByteArray pictureOf(const FrequencyStoreListHelper& helper, const QStringList& groups, const QString& file)
 {
-    QVector<Bar> drawn;
-    int entriesWithout = 0; ///< a frequency that can be drawn
-};
-
-Bars barsIn(const FrequencyStoreListHelper& helper, const QStringList& groups)
-{
-    Bars bars;
+    QVector<Bar> bars;
+    int notDrawn = 0;
     for (const ITallyObject* entry : entriesIn(helper)) {
         const QVector<Bar> own = barsOf(valuesOf(*entry), groups);
-        bars.drawn += own;
-        bars.entriesWithout += own.isEmpty();
+        bars += own;
+        notDrawn += own.isEmpty();
     }
-    return bars;
-}
-
-QString remarkOn(const Bars& bars, const FrequencyStoreListHelper& helper)
-{
-    const QString count = countIn(helper);
-    return bars.entriesWithout == 0 ? count : count + QStringLiteral(", %1 not drawn").arg(bars.entriesWithout);
+    if (bars.isEmpty())
+        throw TallyException(file + QStringLiteral(": there is no entry with a frequency."));
+    const QString remark = notDrawn == 0 ? QString() : QStringLiteral(", %1 not drawn").arg(notDrawn);
+    return pictureOf(bars, QFileInfo(file).fileName(), countIn(helper) + remark);
 }
 
 /// Where the picture goes. Throws UsageError for what is more likely the list itself.
@@ -101,23 +83,18 @@ int plot(const QStringList& arguments)
                        "wide as its bandwidth."),
         {QStringLiteral("velmara plot memoryscan.xml -o plan.svg"),
          QStringLiteral("velmara plot targets.csv --type TargetList --colour-by AnalogDemod -o plan.svg")});
-    line.addArgument(QStringLiteral("FILE"), QStringLiteral("The list."), QStringLiteral("FILE"));
+    line.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The list."));
     line.addInputOptions();
     line.addSkipOption();
-    line.addValue({QStringLiteral("o"), output}, QStringLiteral("SVG"), QStringLiteral("The file to write."));
-    line.addValue({colourBy}, QStringLiteral("NAME"),
-                  QStringLiteral("The member whose value decides on a bar's colour; Type, if not told."));
+    line.addOption({{QStringLiteral("o"), output}, QStringLiteral("The file to write."), QStringLiteral("SVG")});
+    line.addOption({colourBy, QStringLiteral("The member whose value decides on a bar's colour; Type, if not told."),
+                    QStringLiteral("NAME"), QStringLiteral("Type")});
     return line.run(arguments, [&] {
         const ListFile file = line.input(line.files(1, 1).first());
         const QString target = targetOf(line);
-        FrequencyStoreListHelper helper;
-        readList(file, helper);
-        const QString group = line.isSet(colourBy) ? line.value(colourBy) : QStringLiteral("Type");
-        const Bars bars = barsIn(helper, pathsNamed(group, entryDescription(file.type)));
-        if (bars.drawn.isEmpty())
-            throw TallyException(file.name + QStringLiteral(": there is no entry with a frequency."));
-        const QString title = QFileInfo(file.name).fileName();
-        writeBytes(target, pictureOf(bars.drawn, title, remarkOn(bars, helper)));
+        const FrequencyStoreListHelper helper = readList(file);
+        const QStringList groups = pathsNamed(line.value(colourBy), entryDescription(file.type));
+        writeBytes(target, pictureOf(helper, groups, file.name));
         return CommandLine::Done;
     });
 }

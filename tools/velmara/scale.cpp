@@ -17,6 +17,27 @@ double roundStep(double least)
     return 10 * power;
 }
 
+QVector<double> linearTicks(double lowest, double highest, double pixels)
+{
+    const double step = roundStep((highest - lowest) / (pixels / 110));
+    QVector<double> frequencies;
+    for (double n = std::ceil(lowest / step); n * step <= highest; ++n)
+        frequencies += n * step;
+    return frequencies;
+}
+
+QVector<double> decadeTicks(double lowest, double highest, double pixels)
+{
+    const double decades = std::log10(highest / lowest);
+    const QVector<double> factors = decades < pixels / 300 ? QVector<double>{1, 2, 5} : QVector<double>{1};
+    QVector<double> frequencies;
+    for (double power = std::pow(10, std::floor(std::log10(lowest))); power <= highest; power *= 10)
+        for (const double factor : factors)
+            if (factor * power >= lowest && factor * power <= highest)
+                frequencies += factor * power;
+    return frequencies;
+}
+
 } // namespace
 
 Scale::Scale(const QVector<double>& edges, double pixels) : m_pixels(pixels)
@@ -33,13 +54,8 @@ Scale::Scale(const QVector<double>& edges, double pixels) : m_pixels(pixels)
     if (m_isLogarithmic) {
         m_lowest = leastPositive / 1.1;
         m_highest *= 1.1;
-    } else {
-        addMargin();
+        return;
     }
-}
-
-void Scale::addMargin()
-{
     constexpr double resolution = 1e-9; // of the highest frequency, so that neighbouring ticks differ
     const double usual = m_highest > m_lowest ? (m_highest - m_lowest) / 40 : m_highest / 1000;
     const double margin = qMax(usual, qMax(1., m_highest * resolution));
@@ -58,30 +74,10 @@ double Scale::place(double frequency) const
 QVector<Scale::Tick> Scale::ticks() const
 {
     QVector<Tick> ticks;
-    for (const double frequency : m_isLogarithmic ? decadeTicks() : linearTicks())
+    const auto frequencies = m_isLogarithmic ? decadeTicks : linearTicks;
+    for (const double frequency : frequencies(m_lowest, m_highest, m_pixels))
         ticks += {place(frequency), frequencyText(frequency)};
     return ticks;
-}
-
-QVector<double> Scale::linearTicks() const
-{
-    const double step = roundStep((m_highest - m_lowest) / (m_pixels / 110));
-    QVector<double> frequencies;
-    for (double n = std::ceil(m_lowest / step); n * step <= m_highest; ++n)
-        frequencies += n * step;
-    return frequencies;
-}
-
-QVector<double> Scale::decadeTicks() const
-{
-    const double decades = std::log10(m_highest / m_lowest);
-    const QVector<double> factors = decades < m_pixels / 300 ? QVector<double>{1, 2, 5} : QVector<double>{1};
-    QVector<double> frequencies;
-    for (double power = std::pow(10, std::floor(std::log10(m_lowest))); power <= m_highest; power *= 10)
-        for (const double factor : factors)
-            if (factor * power >= m_lowest && factor * power <= m_highest)
-                frequencies += factor * power;
-    return frequencies;
 }
 
 QString frequencyText(double hertz)

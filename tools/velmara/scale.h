@@ -23,10 +23,6 @@ public:
     QVector<Tick> ticks() const;
 
 private:
-    void addMargin();
-    QVector<double> linearTicks() const;
-    QVector<double> decadeTicks() const;
-
     bool m_isLogarithmic;
     double m_lowest, m_highest, m_pixels;
 };

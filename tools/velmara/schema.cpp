@@ -6,44 +6,25 @@
 
 #include <QLocale>
 
+#include <algorithm>
+
 using namespace Velmara;
 
 namespace {
 
 struct Writer
 {
-    QString option;
-    QString description;
+    QLatin1String option;
+    QLatin1String description;
     QString (*write)();
 };
 
-const QVector<Writer>& writers()
-{
-    static const QVector<Writer> all{
-        {QStringLiteral("xsd"), QStringLiteral("As a schema, for programs that validate or edit XML."), recordsAsXsd},
-        {QStringLiteral("markdown"), QStringLiteral("As a page to read."), recordsAsMarkdown},
-        {QStringLiteral("json"), QStringLiteral("As data, for programs."), recordsAsJson},
-        {QStringLiteral("csv"), QStringLiteral("The columns of CSV files instead, as a page to read."),
-         columnsAsMarkdown},
-    };
-    return all;
-}
-
-/// The one writer that the command line names. Throws UsageError.
-const Writer& chosenWriter(const CommandLine& line)
-{
-    const Writer* chosen = nullptr;
-    for (const Writer& writer : writers()) {
-        if (!line.isSet(writer.option))
-            continue;
-        if (chosen)
-            throw UsageError(QStringLiteral("--%1 and --%2 exclude each other.").arg(chosen->option, writer.option));
-        chosen = &writer;
-    }
-    if (!chosen)
-        throw UsageError(QStringLiteral("say in which form: --xsd, --markdown, --json or --csv."));
-    return *chosen;
-}
+const Writer writers[] = {
+    {QLatin1String("xsd"), QLatin1String("As a schema, for programs that validate or edit XML."), recordsAsXsd},
+    {QLatin1String("markdown"), QLatin1String("As a page to read."), recordsAsMarkdown},
+    {QLatin1String("json"), QLatin1String("As data, for programs."), recordsAsJson},
+    {QLatin1String("csv"), QLatin1String("The columns of CSV files instead, as a page to read."), columnsAsMarkdown},
+};
 
 template <class Enumeration> QString wordAt(const QStringList& words, Enumeration value) { return words[int(value)]; }
 
@@ -54,11 +35,19 @@ int schema(const QStringList& arguments)
     CommandLine line(QStringLiteral("Tells what all records are made of, and how their members look in files."),
                      {QStringLiteral("velmara schema --xsd > velmara.xsd"),
                       QStringLiteral("velmara schema --json | jq '.records[].name'")});
-    for (const Writer& writer : writers())
-        line.addFlag(writer.option, writer.description);
+    for (const Writer& writer : writers)
+        line.addOption({writer.option, writer.description});
     return line.run(arguments, [&] {
         line.files(0, 0);
-        print(chosenWriter(line).write());
+        QVector<Writer> chosen;
+        std::copy_if(std::begin(writers), std::end(writers), std::back_inserter(chosen),
+                     [&](const Writer& writer) { return line.isSet(writer.option); });
+        if (chosen.isEmpty())
+            throw UsageError(QStringLiteral("say in which form: --xsd, --markdown, --json or --csv."));
+        if (chosen.size() > 1)
+            throw UsageError(
+                QStringLiteral("--%1 and --%2 exclude each other.").arg(chosen[0].option, chosen[1].option));
+        print(chosen.first().write());
         return CommandLine::Done;
     });
 }

@@ -1,15 +1,14 @@
 #include "schema.h"
 
+#include <QMap>
+
 #include <algorithm>
 
 using namespace Velmara;
 
 namespace {
 
-using Kind = MemberDescription::Kind;
-using Need = MemberDescription::Need;
 using Form = MemberDescription::Form;
-using Records = QVector<const RecordDescription*>;
 
 const char introduction[] = R"(# The records
 
@@ -40,25 +39,22 @@ QString hex(quint32 number)
 {
     return code(QStringLiteral("0x") + QString::number(number, 16).toUpper().rightJustified(8, QLatin1Char('0')));
 }
+QString list(const QStringList& texts) { return texts.join(QStringLiteral(", ")); }
+QString row(const QStringList& cells) { return QStringLiteral("| %1 |\n").arg(cells.join(QStringLiteral(" | "))); }
 
 QString link(const RecordDescription& record)
 {
     return QStringLiteral("[%1](#%2)").arg(record.name, record.name.toLower());
 }
 
-QString links(const Records& records)
+/// Links to the records for which a function gives true, by name.
+template <class IsMeant> QString links(IsMeant isMeant)
 {
-    QStringList all;
-    for (const RecordDescription* record : records)
-        all += link(*record);
-    return all.join(QLatin1String(", "));
-}
-
-Records sortedByName(Records records)
-{
-    std::sort(records.begin(), records.end(),
-              [](const auto* a, const auto* b) { return QString::compare(a->name, b->name, Qt::CaseInsensitive) < 0; });
-    return records;
+    QMap<QString, QString> links;
+    for (const RecordDescription* record : RecordDescriptions())
+        if (isMeant(*record))
+            links.insert(record->name.toLower(), link(*record));
+    return list(links.values());
 }
 
 bool holds(const RecordDescription& whole, const RecordDescription& part)
@@ -66,15 +62,6 @@ bool holds(const RecordDescription& whole, const RecordDescription& part)
     return std::any_of(whole.members.begin(), whole.members.end(), [&](const MemberDescription& member) {
         return member.holdsRecords() && &member.record() == &part;
     });
-}
-
-Records holdersOf(const RecordDescription& part)
-{
-    Records holders;
-    for (const RecordDescription* record : RecordDescriptions())
-        if (holds(*record, part))
-            holders += record;
-    return sortedByName(holders);
 }
 
 QString nameOf(const MemberDescription& member)
@@ -95,51 +82,32 @@ QString needOf(const MemberDescription& member)
     return member.form == Form::Element ? need : QStringLiteral("%1 %2").arg(need, wordFor(member.form));
 }
 
-QString enumerationOf(const MemberDescription& member)
-{
-    QStringList texts;
-    for (int i = 0; i < member.names.size(); ++i)
-        texts += member.names[i] == member.identifiers[i]
-                   ? code(member.names[i])
-                   : QStringLiteral("%1 (%2)").arg(code(member.names[i]), member.identifiers[i]);
-    return texts.join(QLatin1String(", "));
-}
-
 QString numberFormOf(const MemberDescription& member)
 {
-    QString text = QStringLiteral("%1 decimals").arg(member.decimals);
+    QStringList texts{QStringLiteral("%1 decimals").arg(member.decimals)};
     if (member.width > 0)
-        text += QStringLiteral(", width %1").arg(member.width);
+        texts += QStringLiteral("width %1").arg(member.width);
     if (member.range)
-        text += QStringLiteral(", %1 to %2").arg(textOf(member.range->lower), textOf(member.range->upper));
-    return text;
+        texts += QStringLiteral("%1 to %2").arg(textOf(member.range->lower), textOf(member.range->upper));
+    return list(texts);
 }
 
 QString textFormOf(const MemberDescription& member)
 {
-    switch (member.kind) {
-    case Kind::Double: return numberFormOf(member);
-    case Kind::Enumeration: return enumerationOf(member);
-    default: return {};
-    }
+    if (member.kind == MemberDescription::Kind::Double)
+        return numberFormOf(member);
+    QStringList names; // of an enumeration
+    for (int i = 0; i < member.names.size(); ++i)
+        names += member.names[i] == member.identifiers[i]
+                   ? code(member.names[i])
+                   : QStringLiteral("%1 (%2)").arg(code(member.names[i]), member.identifiers[i]);
+    return list(names);
 }
 
 QString defaultOf(const MemberDescription& member)
 {
     const QString value = member.initialText.isEmpty() ? QString() : code(member.initialText.trimmed());
     return member.isMarkedByDefault ? QStringLiteral("%1 *written*").arg(value).trimmed() : value;
-}
-
-QString rowOf(const MemberDescription& member)
-{
-    const QStringList cells{nameOf(member),
-                            kindOf(member),
-                            needOf(member),
-                            textFormOf(member),
-                            defaultOf(member),
-                            hex(member.tag),
-                            QString::number(member.bit)};
-    return QStringLiteral("| %1 |\n").arg(cells.join(QLatin1String(" | ")));
 }
 
 QString choiceOf(const ChoiceDescription& choice)
@@ -149,29 +117,26 @@ QString choiceOf(const ChoiceDescription& choice)
         alternatives += code(name);
     return QStringLiteral("The choice %1 holds %2 one of %3.\n\n")
         .arg(code(choice.name), choice.isMandatory ? QStringLiteral("exactly") : QStringLiteral("at most"),
-             alternatives.join(QLatin1String(", ")));
+             list(alternatives));
 }
 
-QString headingOf(const RecordDescription& record)
+QString sectionOf(const RecordDescription& record)
 {
     QString text
         = QStringLiteral("\n## %1\n\nElement %2, identifier %3").arg(record.name, code(record.element), hex(record.id));
     if (!record.version.isNull())
         text += QStringLiteral(", schema version %1").arg(record.version);
     text += QLatin1Char('.');
-    if (const Records holders = holdersOf(record); !holders.isEmpty())
-        text += QStringLiteral(" Part of %1.").arg(links(holders));
-    return text + QStringLiteral("\n\n");
-}
-
-QString sectionOf(const RecordDescription& record)
-{
-    QString text = headingOf(record);
+    const QString holders = links([&](const RecordDescription& other) { return holds(other, record); });
+    if (!holders.isEmpty())
+        text += QStringLiteral(" Part of %1.").arg(holders);
+    text += QStringLiteral("\n\n");
     if (record.choice)
         text += choiceOf(*record.choice);
     text += QStringLiteral("| Member | Kind | Need | Text | Default | Tag | Bit |\n|---|---|---|---|---|---|---|\n");
     for (const MemberDescription& member : record.members)
-        text += rowOf(member);
+        text += row({nameOf(member), kindOf(member), needOf(member), textFormOf(member), defaultOf(member),
+                     hex(member.tag), QString::number(member.bit)});
     return text;
 }
 
@@ -179,10 +144,23 @@ QString sectionOf(const RecordDescription& record)
 
 QString recordsAsMarkdown()
 {
-    const Records& records = RecordDescriptions();
-    QString text
-        = QLatin1String(introduction) + links(sortedByName(records)) + QLatin1Char('\n') + QLatin1String(legend);
+    const auto& records = RecordDescriptions();
+    QString text = QLatin1String(introduction) + links([](const RecordDescription&) { return true; })
+                 + QLatin1Char('\n') + QLatin1String(legend);
     std::for_each(records.rbegin(), records.rend(),
                   [&](const RecordDescription* record) { text += sectionOf(*record); });
     return text;
+}
+
+QString columnsAsMarkdown()
+{
+    using ListType = FrequencyStoreListHelper::ListType;
+    const QStringList types = FrequencyStoreListHelper::GetListTypes();
+    QString page = QStringLiteral("# The columns of CSV files\n");
+    for (int type = 0; type <= int(ListType::DetectionResult); ++type) {
+        page += QStringLiteral("\n## %1\n\n| Column | Member | Form |\n|---|---|---|\n").arg(types[type]);
+        for (const CsvColumnDescription& column : FileHandling::DescribeCSV(ListType(type)))
+            page += row({code(column.name), code(column.member), column.form});
+    }
+    return page;
 }

@@ -6,62 +6,32 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
-#include <functional>
+#include <vector>
 
 using namespace Velmara;
 
 namespace {
 
-using Kind = MemberDescription::Kind;
 using Need = MemberDescription::Need;
 using Form = MemberDescription::Form;
 
-class XsdWriter
-{
-public:
-    explicit XsdWriter(QString* text) : m_out(text) { m_out.setAutoFormattingIndent(1); }
-
-    void write();
-
-private:
-    using Attributes = std::initializer_list<std::pair<const char*, QString>>;
-
-    /// Leaves out attributes whose value is null.
-    void put(const char* element, Attributes attributes, const std::function<void()>& content = {});
-    void putAnnotation(const QString& text);
-    void putRestriction(const char* base, const std::function<void()>& facets);
-    void putNumberType();
-    void putTimeType();
-    void putRecordType(const RecordDescription& record);
-    void putValueType(const RecordDescription& record, const MemberDescription& member);
-    void putElements(const RecordDescription& record);
-    void putElement(const RecordDescription& record, const MemberDescription& member);
-    void putChoice(const RecordDescription& record);
-    void putAttribute(const QString& name, const QString& type, bool isRequired);
-    void putAttributes(const RecordDescription& record);
-
-    QXmlStreamWriter m_out;
-};
-
 /// Whether the values of a member need a type of their own.
-bool isRestricted(const MemberDescription& member) { return member.kind == Kind::Enumeration || member.range; }
+bool isRestricted(const MemberDescription& member)
+{
+    return member.kind == MemberDescription::Kind::Enumeration || member.range;
+}
 
 QString typeOf(const RecordDescription& record, const MemberDescription& member)
 {
     if (isRestricted(member))
         return QStringLiteral("%1.%2").arg(record.name, member.name);
-    switch (member.kind) {
-    case Kind::Double: return QStringLiteral("Number");
-    case Kind::Int: return QStringLiteral("xs:int");
-    case Kind::UnsignedInt: return QStringLiteral("xs:unsignedInt");
-    case Kind::UnsignedInt64: return QStringLiteral("xs:unsignedLong");
-    case Kind::Bool: return QStringLiteral("xs:boolean");
-    case Kind::DateTime: return QStringLiteral("DateTime");
-    case Kind::Record: return member.record().name;
-    case Kind::Text:
-    case Kind::Enumeration: break;
-    }
-    return QStringLiteral("xs:string");
+    if (member.holdsRecords())
+        return member.record().name;
+    static const QStringList types{QStringLiteral("Number"),         QStringLiteral("xs:int"),
+                                   QStringLiteral("xs:unsignedInt"), QStringLiteral("xs:unsignedLong"),
+                                   QStringLiteral("xs:boolean"),     QStringLiteral("xs:string"),
+                                   QStringLiteral("DateTime")};
+    return types[int(member.kind)];
 }
 
 QVector<MemberDescription> membersIn(const RecordDescription& record, Form form)
@@ -81,149 +51,147 @@ bool isElementUnique(const RecordDescription& record)
         == 1;
 }
 
+/// An element of the schema.
+struct Element
+{
+    const char* name;
+    QVector<std::pair<const char*, QString>> attributes; ///< without those whose value is null
+    std::vector<Element> children = {};
+    QString text = {};
+};
+using Elements = std::vector<Element>;
+
+void write(const Element& element, QXmlStreamWriter& out)
+{
+    out.writeStartElement(QStringLiteral("xs:") + QLatin1String(element.name));
+    for (const auto& [name, value] : element.attributes)
+        if (!value.isNull())
+            out.writeAttribute(QLatin1String(name), value);
+    for (const Element& child : element.children)
+        write(child, out);
+    if (!element.text.isNull())
+        out.writeCharacters(element.text);
+    out.writeEndElement();
+}
+
 /// A value that is left out where it is the schema's default.
 QString unless(bool isDefault, const QString& value) { return isDefault ? QString() : value; }
 
-void XsdWriter::put(const char* element, Attributes attributes, const std::function<void()>& content)
-{
-    m_out.writeStartElement(QStringLiteral("xs:") + QLatin1String(element));
-    for (const auto& [name, value] : attributes)
-        if (!value.isNull())
-            m_out.writeAttribute(QLatin1String(name), value);
-    if (content)
-        content();
-    m_out.writeEndElement();
-}
+Element annotation(const QString& text) { return {"annotation", {}, {Element{"documentation", {}, {}, text}}}; }
 
-void XsdWriter::putAnnotation(const QString& text)
-{
-    put("annotation", {}, [&] { m_out.writeTextElement(QStringLiteral("xs:documentation"), text); });
-}
+Element facet(const char* name, const QString& value) { return {name, {{"value", value}}}; }
 
-void XsdWriter::putRestriction(const char* base, const std::function<void()>& facets)
+/// A type with a name or, within another one, without.
+Element restriction(const QString& name, const QString& base, const Elements& facets)
 {
-    put("restriction", {{"base", QStringLiteral("xs:") + QLatin1String(base)}}, facets);
+    return {"simpleType", {{"name", name}}, {Element{"restriction", {{"base", base}}, facets}}};
 }
 
 /// Unlike xs:double it has the library's words for what is no finite number.
-void XsdWriter::putNumberType()
+Element numberType()
 {
-    put("simpleType", {{"name", QStringLiteral("Number")}}, [&] {
-        put("union", {}, [&] {
-            put("simpleType", {}, [&] {
-                putRestriction("double", [&] { put("pattern", {{"value", QStringLiteral(".*[0-9].*")}}); });
-            });
-            put("simpleType", {}, [&] {
-                putRestriction("token", [&] {
-                    for (const char* word : {"nan", "inf", "-inf"})
-                        put("enumeration", {{"value", QLatin1String(word)}});
-                });
-            });
-        });
-    });
+    const Element number
+        = restriction({}, QStringLiteral("xs:double"), {facet("pattern", QStringLiteral(".*[0-9].*"))});
+    const Element word
+        = restriction({}, QStringLiteral("xs:token"),
+                      {facet("enumeration", QStringLiteral("nan")), facet("enumeration", QStringLiteral("inf")),
+                       facet("enumeration", QStringLiteral("-inf"))});
+    return {"simpleType", {{"name", QStringLiteral("Number")}}, {Element{"union", {}, {number, word}}}};
 }
 
 /// Empty for a date-time that is invalid.
-void XsdWriter::putTimeType()
+Element timeType()
 {
     const QString pattern = QStringLiteral("([0-9]{4}-(0[1-9]|1[0-2])-(0[1-9]|[12][0-9]|3[01])"
                                            "T([01][0-9]|2[0-3]):[0-5][0-9]:[0-5][0-9],[0-9]{3}Z)?");
-    put("simpleType", {{"name", QStringLiteral("DateTime")}}, [&] {
-        putRestriction("string", [&] { put("pattern", {{"value", pattern}}); });
-    });
+    return restriction(QStringLiteral("DateTime"), QStringLiteral("xs:string"), {facet("pattern", pattern)});
 }
 
-void XsdWriter::putValueType(const RecordDescription& record, const MemberDescription& member)
+Element valueType(const QString& name, const MemberDescription& member)
 {
-    put("simpleType", {{"name", typeOf(record, member)}}, [&] {
-        putRestriction(member.range ? "double" : "string", [&] {
-            if (member.range) {
-                put("minInclusive", {{"value", textOf(member.range->lower)}});
-                put("maxInclusive", {{"value", textOf(member.range->upper)}});
-            }
-            for (const QString& name : member.names)
-                put("enumeration", {{"value", name}});
-        });
-    });
+    if (member.range)
+        return restriction(
+            name, QStringLiteral("xs:double"),
+            {facet("minInclusive", textOf(member.range->lower)), facet("maxInclusive", textOf(member.range->upper))});
+    Elements names;
+    for (const QString& text : member.names)
+        names.push_back(facet("enumeration", text));
+    return restriction(name, QStringLiteral("xs:string"), names);
 }
 
-void XsdWriter::putElement(const RecordDescription& record, const MemberDescription& member)
+Element elementOf(const RecordDescription& record, const MemberDescription& member)
 {
-    put("element", {{"name", member.element},
-                    {"type", typeOf(record, member)},
-                    {"minOccurs", unless(member.need != Need::Optional, QStringLiteral("0"))},
-                    {"maxOccurs", unless(!member.isList, QStringLiteral("unbounded"))}});
+    return {"element",
+            {{"name", member.element},
+             {"type", typeOf(record, member)},
+             {"minOccurs", unless(member.need != Need::Optional, QStringLiteral("0"))},
+             {"maxOccurs", unless(!member.isList, QStringLiteral("unbounded"))}}};
 }
 
 /// The alternatives stand next to each other in all records.
-void XsdWriter::putChoice(const RecordDescription& record)
+Element choiceOf(const RecordDescription& record)
 {
-    put("choice", {{"minOccurs", unless(record.choice->isMandatory, QStringLiteral("0"))}}, [&] {
-        for (const QString& name : record.choice->alternatives)
-            putElement(record, *record.member(name));
-    });
+    Elements alternatives;
+    for (const QString& name : record.choice->alternatives)
+        alternatives.push_back(elementOf(record, *record.member(name)));
+    return {"choice", {{"minOccurs", unless(record.choice->isMandatory, QStringLiteral("0"))}}, alternatives};
 }
 
-void XsdWriter::putElements(const RecordDescription& record)
+Element sequenceOf(const RecordDescription& record)
 {
-    put("sequence", {}, [&] {
-        for (const MemberDescription& member : membersIn(record, Form::Element)) {
-            if (member.need != Need::Alternative)
-                putElement(record, member);
-            else if (member.name == record.choice->alternatives.first())
-                putChoice(record);
-        }
-    });
+    Elements elements;
+    for (const MemberDescription& member : membersIn(record, Form::Element)) {
+        if (member.need != Need::Alternative)
+            elements.push_back(elementOf(record, member));
+        else if (member.name == record.choice->alternatives.first())
+            elements.push_back(choiceOf(record));
+    }
+    return {"sequence", {}, elements};
 }
 
-void XsdWriter::putAttribute(const QString& name, const QString& type, bool isRequired)
+Element attribute(const QString& name, const QString& type, bool isRequired)
 {
-    put("attribute", {{"name", name}, {"type", type}, {"use", unless(!isRequired, QStringLiteral("required"))}});
+    return {"attribute", {{"name", name}, {"type", type}, {"use", unless(!isRequired, QStringLiteral("required"))}}};
 }
 
-void XsdWriter::putAttributes(const RecordDescription& record)
+Elements attributesOf(const RecordDescription& record)
 {
+    Elements attributes;
     if (!record.version.isNull())
-        putAttribute(QStringLiteral("Version"), QStringLiteral("xs:string"), true);
+        attributes.push_back(attribute(QStringLiteral("Version"), QStringLiteral("xs:string"), true));
     for (const MemberDescription& member : membersIn(record, Form::Attribute))
-        putAttribute(member.element, typeOf(record, member), member.need == Need::Mandatory);
+        attributes.push_back(attribute(member.element, typeOf(record, member), member.need == Need::Mandatory));
+    return attributes;
 }
 
-void XsdWriter::putRecordType(const RecordDescription& record)
+Element typeOf(const RecordDescription& record)
 {
-    const QVector<MemberDescription> contents = membersIn(record, Form::Content);
-    put("complexType", {{"name", record.name}}, [&] {
-        if (!record.version.isNull())
-            putAnnotation(QStringLiteral("Schema version %1.").arg(record.version));
-        if (contents.isEmpty()) {
-            putElements(record);
-            putAttributes(record);
-            return;
-        }
-        put("simpleContent", {}, [&] {
-            put("extension", {{"base", typeOf(record, contents.first())}}, [&] { putAttributes(record); });
-        });
-    });
-    for (const MemberDescription& member : record.members)
-        if (isRestricted(member))
-            putValueType(record, member);
+    Elements parts = attributesOf(record);
+    if (const auto contents = membersIn(record, Form::Content); !contents.isEmpty())
+        parts = {{"simpleContent", {}, {Element{"extension", {{"base", typeOf(record, contents.first())}}, parts}}}};
+    else
+        parts.insert(parts.begin(), sequenceOf(record));
+    if (!record.version.isNull())
+        parts.insert(parts.begin(), annotation(QStringLiteral("Schema version %1.").arg(record.version)));
+    return {"complexType", {{"name", record.name}}, parts};
 }
 
-void XsdWriter::write()
+Element schema()
 {
-    m_out.setAutoFormatting(true);
-    m_out.writeStartDocument();
-    put("schema", {{"xmlns:xs", QStringLiteral("http://www.w3.org/2001/XMLSchema")}}, [&] {
-        putAnnotation(QStringLiteral("What the library writes with validation on, as velmara schema --xsd tells it."));
-        for (const RecordDescription* record : RecordDescriptions())
-            if (isElementUnique(*record))
-                put("element", {{"name", record->element}, {"type", record->name}});
-        for (const RecordDescription* record : RecordDescriptions())
-            putRecordType(*record);
-        putNumberType();
-        putTimeType();
-    });
-    m_out.writeEndDocument();
+    Elements parts{
+        annotation(QStringLiteral("What the library writes with validation on, as velmara schema --xsd tells it."))};
+    for (const RecordDescription* record : RecordDescriptions())
+        if (isElementUnique(*record))
+            parts.push_back({"element", {{"name", record->element}, {"type", record->name}}});
+    for (const RecordDescription* record : RecordDescriptions()) {
+        parts.push_back(typeOf(*record));
+        for (const MemberDescription& member : record->members)
+            if (isRestricted(member))
+                parts.push_back(valueType(typeOf(*record, member), member));
+    }
+    parts.push_back(numberType());
+    parts.push_back(timeType());
+    return {"schema", {{"xmlns:xs", QStringLiteral("http://www.w3.org/2001/XMLSchema")}}, parts};
 }
 
 } // namespace
@@ -231,6 +199,11 @@ void XsdWriter::write()
 QString recordsAsXsd()
 {
     QString text;
-    XsdWriter(&text).write();
+    QXmlStreamWriter out(&text);
+    out.setAutoFormatting(true);
+    out.setAutoFormattingIndent(1);
+    out.writeStartDocument();
+    write(schema(), out);
+    out.writeEndDocument();
     return text;
 }

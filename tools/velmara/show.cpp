@@ -2,7 +2,6 @@
 #include "commands.h"
 #include "content.h"
 #include "json.h"
-#include "table.h"
 #include "terminal.h"
 
 #include <QHash>
@@ -13,8 +12,6 @@
 using namespace Velmara;
 using namespace TALLYFORM;
 
-using ListType = FrequencyStoreListHelper::ListType;
-
 namespace {
 
 const QString columns = QStringLiteral("columns"), all = QStringLiteral("all"), json = QStringLiteral("json");
@@ -22,36 +19,37 @@ const QString columns = QStringLiteral("columns"), all = QStringLiteral("all"), 
 /// What an operator looks for first in a list of each type; columns without content are left out.
 QStringList usualColumns(ListType type)
 {
-    static const QString entry
+    if (type == ListType::DetectionResult)
+        return QStringLiteral("ID,Frequency,Bandwidth,Level,Type,Modulation,TransmissionSystem,StartTime,StopTime,"
+                              "Confidence,Azimuth,DFQuality,Latitude,Longitude")
+            .split(QLatin1Char(','));
+    QString names
         = QStringLiteral("FFM_Settings/Frequency,ShortTime_Settings/Frequency,ShortTime_Settings/Range/StartFreq,"
-                         "ShortTime_Settings/Range/StopFreq,FFM_Settings/IFBandwidth,ShortTime_Settings/"
-                         "Bandwidth,FFM_Settings/AnalogDemod,Type,");
-    static const QString scan
-        = QStringLiteral("FFM_Settings/Detail/ChannelNo,FFM_Settings/Detail/Active,FFM_Settings/Detail/SquelchState,"
-                         "FFM_Settings/Detail/SquelchValue,DF_Settings/DFMode,");
-    static const QString target = QStringLiteral("FFM_Settings/Level,Profile_Data/Priority,Profile_Data/SignalClass,"
-                                                 "Profile_Data/ThreatClass,");
-    static const QString result = QStringLiteral("FFM_Settings/Level,ResultList/ResultTime,ResultList/Confidence,"
-                                                 "ResultList/Reason,Detection/StartTime,Detection/StopTime,");
-    static const QString rest = QStringLiteral("Antenna,Comment");
-    static const QString detection = QStringLiteral(
-        "ID,Frequency,Bandwidth,Level,Type,Modulation,TransmissionSystem,StartTime,StopTime,Confidence,Azimuth,"
-        "DFQuality,Latitude,Longitude");
-    static const QHash<int, QString> byType{
-        {int(ListType::DetectionResult), detection},
-        {int(ListType::MemoryScan), entry + scan + rest},
-        {int(ListType::TargetList), entry + target + rest},
-        {int(ListType::DataResults), entry + result + rest},
-        {int(ListType::DetectionConventional), entry + result + rest},
-        {int(ListType::Invalid), entry + scan + target + result + rest},
-    };
-    return byType.value(int(type), entry + rest).split(QLatin1Char(','));
+                         "ShortTime_Settings/Range/StopFreq,FFM_Settings/IFBandwidth,ShortTime_Settings/Bandwidth,"
+                         "FFM_Settings/AnalogDemod,Type,");
+    const bool isAny = type == ListType::Invalid;
+    if (isAny || type == ListType::MemoryScan)
+        names += QStringLiteral("FFM_Settings/Detail/ChannelNo,FFM_Settings/Detail/Active,FFM_Settings/Detail/"
+                                "SquelchState,FFM_Settings/Detail/SquelchValue,DF_Settings/DFMode,");
+    if (isAny || type == ListType::TargetList)
+        names += QStringLiteral("FFM_Settings/Level,Profile_Data/Priority,Profile_Data/SignalClass,"
+                                "Profile_Data/ThreatClass,");
+    if (isAny || type == ListType::DataResults || type == ListType::DetectionConventional)
+        names += QStringLiteral("FFM_Settings/Level,ResultList/ResultTime,ResultList/Confidence,ResultList/Reason,"
+                                "Detection/StartTime,Detection/StopTime,");
+    return (names + QStringLiteral("Antenna,Comment")).split(QLatin1Char(','));
 }
 
 /// Where entries have values, in the order of an entry as far as the entries tell it, and the room that these take.
 class Outline
 {
 public:
+    struct Room
+    {
+        bool isNumber = false; ///< and stands to the right
+        int width = 0;         ///< of the longest text
+    };
+
     explicit Outline(const QVector<const ITallyObject*>& entries)
     {
         for (const ITallyObject* entry : entries)
@@ -68,35 +66,19 @@ public:
                 paths += path;
         return paths;
     }
-    Table::Column column(const QString& path, const QString& title) const
-    {
-        const Room room = m_rooms.value(path);
-        return {title, room.isNumber, room.width};
-    }
+    Room roomAt(const QString& path) const { return m_rooms.value(path); }
 
 private:
-    struct Room
-    {
-        bool isNumber = false;
-        int width = 0;
-    };
-
     void add(const QVector<PathValue>& values)
     {
         int after = 0;
         for (const PathValue& value : values) {
-            auto room = m_rooms.find(value.path);
-            if (room == m_rooms.end()) {
-                room = m_rooms.insert(value.path, {isNumeric(*value.member)});
+            if (!m_rooms.contains(value.path))
                 m_paths.insert(after, value.path);
-            }
-            room->width = qMax(room->width, value.text.size());
+            Room& room = m_rooms[value.path];
+            room = {value.member->kind <= MemberDescription::Kind::UnsignedInt64, qMax(room.width, value.text.size())};
             after = m_paths.indexOf(value.path, after > 0 ? after - 1 : 0) + 1;
         }
-    }
-    static bool isNumeric(const MemberDescription& member)
-    {
-        return member.kind <= MemberDescription::Kind::UnsignedInt64;
     }
 
     QStringList m_paths;
@@ -116,22 +98,37 @@ QString titleOf(const QString& path, const QStringList& paths)
     }
 }
 
+QString lineOf(const QStringList& cells, const QVector<Outline::Room>& rooms)
+{
+    QString line;
+    for (int i = 0; i < cells.size(); ++i) {
+        const auto [isNumber, width] = rooms[i];
+        line += isNumber ? cells[i].rightJustified(width) : cells[i].leftJustified(width);
+        line += QStringLiteral("  ");
+    }
+    while (line.endsWith(QLatin1Char(' ')))
+        line.chop(1);
+    return line;
+}
+
 /// Row by row, so that the texts of a long list are never there as a whole.
 void printTable(const QVector<const ITallyObject*>& entries, const Outline& outline, const QStringList& paths)
 {
-    QVector<Table::Column> columns{{QStringLiteral("#"), true, QString::number(entries.size()).size()}};
-    for (const QString& path : paths)
-        columns += outline.column(path, titleOf(path, paths));
-    const Table table(columns);
+    QStringList titles{QStringLiteral("#")};
+    QVector<Outline::Room> rooms{{true, QString::number(entries.size()).size()}};
+    for (const QString& path : paths) {
+        titles += titleOf(path, paths);
+        rooms += outline.roomAt(path);
+        rooms.last().width = qMax(rooms.last().width, titles.last().size());
+    }
+    printLine(lineOf(titles, rooms), Colour::Bold);
     int number = 0;
     for (const ITallyObject* entry : entries) {
-        QHash<QString, QString> texts;
-        for (const PathValue& value : valuesOf(*entry))
-            texts.insert(value.path, value.text);
+        const QHash<QString, QString> texts = textsByPath(valuesOf(*entry));
         QStringList cells{QString::number(++number)};
         for (const QString& path : paths)
             cells += texts.value(path);
-        table.print(cells);
+        print(lineOf(cells, rooms) + QLatin1Char('\n'));
     }
 }
 
@@ -162,13 +159,15 @@ void printJson(const FrequencyStoreListHelper& helper)
     print(QStringLiteral("\n]}\n"));
 }
 
-/// The paths that columns of these names show; those that the operator asked for are there even if they are empty.
-QStringList columnsNamed(const QStringList& names, bool areAskedFor, const RecordDescription& entry,
-                         const Outline& outline)
+/// The paths that columns show; those that the operator asked for are there even if they are empty.
+QStringList columnsFor(const CommandLine& line, ListType type, const Outline& outline)
 {
+    if (line.isSet(all))
+        return outline.paths();
+    const bool areAskedFor = line.isSet(columns);
     QStringList shown;
-    for (const QString& name : names) {
-        const QStringList named = pathsNamed(name, entry);
+    for (const QString& name : areAskedFor ? line.valuesOf(columns) : usualColumns(type)) {
+        const QStringList named = pathsNamed(name, entryDescription(type));
         QStringList filled;
         for (const QString& path : named)
             filled += outline.pathsOf(path);
@@ -176,15 +175,6 @@ QStringList columnsNamed(const QStringList& names, bool areAskedFor, const Recor
     }
     shown.removeDuplicates();
     return shown;
-}
-
-QStringList columnsFor(const CommandLine& line, const FrequencyStoreListHelper& helper, const Outline& outline)
-{
-    if (line.isSet(all))
-        return outline.paths();
-    const bool areAskedFor = line.isSet(columns);
-    return columnsNamed(areAskedFor ? line.values(columns) : usualColumns(helper.GetListType()), areAskedFor,
-                        entryDescription(helper.GetListType()), outline);
 }
 
 } // namespace
@@ -195,27 +185,27 @@ int show(const QStringList& arguments)
                      {QStringLiteral("velmara show targets.xml --type TargetList"),
                       QStringLiteral("velmara show memoryscan.xml --columns Frequency,ChannelNo,Comment"),
                       QStringLiteral("velmara show --json results.packed | jq '.FrequencyStoreEntry[0]'")});
-    line.addArgument(QStringLiteral("FILE"), QStringLiteral("The list."), QStringLiteral("FILE"));
+    line.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The list."));
     line.addInputOptions();
     line.addSkipOption();
-    line.addValue(
-        {columns}, QStringLiteral("NAMES"),
-        QStringLiteral("What to show of each entry, separated by commas: members by name, or by the path that "
-                       "leads to them, as FFM_Settings/Detail/ChannelNo."));
-    line.addFlag(all, QStringLiteral("Show all that any entry holds."));
-    line.addFlag(json, QStringLiteral("Write JSON: the list, a line for each entry."));
+    line.addOption(
+        {columns,
+         QStringLiteral("What to show of each entry, separated by commas: members by name, or by the path that "
+                        "leads to them, as FFM_Settings/Detail/ChannelNo."),
+         QStringLiteral("NAMES")});
+    line.addOption({all, QStringLiteral("Show all that any entry holds.")});
+    line.addOption({json, QStringLiteral("Write JSON: the list, a line for each entry.")});
     return line.run(arguments, [&] {
         if (int(line.isSet(json)) + int(line.isSet(all)) + int(line.isSet(columns)) > 1)
             throw UsageError(QStringLiteral("--json, --all and --columns exclude each other."));
-        FrequencyStoreListHelper helper;
-        readList(line.input(line.files(1, 1).first()), helper);
+        const FrequencyStoreListHelper helper = readList(line.input(line.files(1, 1).first()));
         if (line.isSet(json)) {
             printJson(helper);
             return CommandLine::Done;
         }
         const QVector<const ITallyObject*> entries = entriesIn(helper);
         const Outline outline(entries);
-        const QStringList shown = columnsFor(line, helper, outline);
+        const QStringList shown = columnsFor(line, helper.GetListType(), outline);
         printHeading(helper);
         if (!entries.isEmpty())
             printTable(entries, outline, shown);

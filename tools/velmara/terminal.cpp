@@ -7,8 +7,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <condition_variable>
 #include <cstdio>
 #include <cstring>
+#include <mutex>
 
 namespace {
 
@@ -35,6 +37,18 @@ QChar sign(QChar c)
     return c.unicode() == deleted ? QChar(pictureOfDeleted) : QChar(QChar::ReplacementCharacter);
 }
 
+void report(const QString& work, const std::stop_token& isDone)
+{
+    std::mutex mutex;
+    std::unique_lock lock(mutex);
+    std::condition_variable_any end;
+    int seconds = 0;
+    while (!end.wait_for(lock, isDone, std::chrono::seconds(1), [&] { return isDone.stop_requested(); }))
+        std::fprintf(stderr, "\r%s, %d s ", work.toLocal8Bit().constData(), ++seconds);
+    if (seconds > 0)
+        std::fputs("\r\033[K", stderr);
+}
+
 } // namespace
 
 QString visible(const QString& text)
@@ -50,6 +64,11 @@ QString shortened(const QString& text, int letters)
         return text;
     const bool cutsCharacter = text[letters - 1].isHighSurrogate();
     return text.left(cutsCharacter ? letters - 1 : letters) + QStringLiteral("...");
+}
+
+QString counted(int count, const char* one, const char* many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
 void print(const QString& text) { print(text.toUtf8()); }
@@ -82,30 +101,10 @@ QString coloured(const QString& text, Colour colour)
     return hasColours ? QStringLiteral("\033[%1m%2\033[0m").arg(int(colour)).arg(text) : text;
 }
 
+void printLine(const QString& text, Colour colour) { print(coloured(text, colour) + QLatin1Char('\n')); }
+
 Progress::Progress(const QString& work)
 {
     if (isatty(STDERR_FILENO))
-        m_reporter = std::thread([this, work] { report(work); });
-}
-
-Progress::~Progress()
-{
-    if (!m_reporter.joinable())
-        return;
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isDone = true;
-    }
-    m_done.notify_one();
-    m_reporter.join();
-}
-
-void Progress::report(const QString& work)
-{
-    int seconds = 0;
-    std::unique_lock lock(m_mutex);
-    while (!m_done.wait_for(lock, std::chrono::seconds(1), [this] { return m_isDone; }))
-        std::fprintf(stderr, "\r%s, %d s ", work.toLocal8Bit().constData(), ++seconds);
-    if (seconds > 0)
-        std::fputs("\r\033[K", stderr);
+        m_reporter = std::jthread([work](const std::stop_token& isDone) { report(work, isDone); });
 }
