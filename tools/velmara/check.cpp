@@ -108,10 +108,9 @@ bool isFaultless(const ListFile& told)
 int check(const QStringList& arguments)
 {
     CommandLine line(
-        QStringLiteral(
-            "Reads lists and checks them. Tells the first fault of each record with its place, and "
-            "all cells and rows\nof CSV that cannot be read as they stand. A detection result of which convert makes "
-            "no entry is faulty, too.\nThe exit status is 1 if there was any fault."),
+        QStringLiteral("Reads lists and checks them. Tells each fault with its place, and all cells and "
+                       "rows\nof CSV that cannot be read as they stand. A detection result of which convert makes "
+                       "no entry is faulty, too.\nThe exit status is 1 if there was any fault."),
         {QStringLiteral("velmara check memoryscan.xml targets.packed"),
          QStringLiteral("velmara check --type Suppress suppress.csv")});
     line.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The files to check."),
