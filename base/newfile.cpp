@@ -1,7 +1,5 @@
 #include "base/newfile.h"
 
-#ifdef Q_OS_UNIX
-
 #include <QRandomGenerator>
 
 #include <algorithm>
@@ -152,5 +150,3 @@ int NewFile::replaceTarget()
 }
 
 } // namespace TALLYFORM
-
-#endif

@@ -4,23 +4,16 @@
 
 #include <QFile>
 
-#include <optional>
-
-#ifdef Q_OS_UNIX
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
-#else
-#include <QSaveFile>
-#endif
 
 namespace TALLYFORM {
 
 namespace {
-
-#ifdef Q_OS_UNIX
 
 namespace fs = std::filesystem;
 
@@ -180,38 +173,6 @@ private:
     QString m_refusal;   ///< why nothing can be written
     QString m_hindrance; ///< why no new file can take the place of the old one
 };
-
-#else
-
-/// A file that is written while its content comes.
-class Saver
-{
-public:
-    explicit Saver(const QString& path) : m_file(path) {}
-
-    void write(const char* bytes, int size)
-    {
-        m_isWritten = m_isWritten && (m_file.isOpen() || m_file.open(QIODevice::WriteOnly))
-                   && m_file.write(bytes, size) == size;
-    }
-
-    /// Without the flush a full disk goes unnoticed: commit() alone would put a truncated file in place of a good one.
-    SaveResult finish(QString& reason)
-    {
-        write(nullptr, 0); // opens the file, where that was all
-        const bool isOpened = m_file.isOpen();
-        if (m_isWritten && m_file.flush() && m_file.commit())
-            return SaveResult::Saved;
-        reason = m_file.errorString();
-        return isOpened ? SaveResult::NotWritten : SaveResult::NotOpened;
-    }
-
-private:
-    QSaveFile m_file;
-    bool m_isWritten = true;
-};
-
-#endif
 
 } // namespace
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// For the source file of a family of records: instantiates their operations.
+/// For the source file that the build makes of each header of records: instantiates their operations.
 
 #include "frequencystore/kernel/forms/carriage.h"
 #include "frequencystore/kernel/forms/packed.h"

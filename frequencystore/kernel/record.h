@@ -27,7 +27,7 @@ class BinarySink;
 class BinarySource;
 class XmlSink;
 
-/// The operations of a record as a whole. They are instantiated once, in the source file of the record's family.
+/// The operations of a record as a whole. They are instantiated once, where the record's family is implemented.
 /// Those that recurse assume that flag and logger were handed down and, under validation, the tree was checked.
 template <class R> struct Record
 {

@@ -9,7 +9,7 @@
 
 #include <string_view>
 
-/// The class itself. R's operations are defined by VELMARA_IMPLEMENT_RECORD in the family's source file.
+/// The class itself. R's operations are defined where the family is implemented, see VELMARA_EXTERN_RECORD.
 #define VELMARA_RECORD(R, ELEMENT, ID)                                                                                 \
 public:                                                                                                                \
     /** The identifier of the class, see GetId. */                                                                     \
@@ -98,7 +98,7 @@ private:                                                                        
                                                                                                                        \
 public:
 
-/// Behind a record class: its operations are instantiated in the family's source file only.
+/// Behind a record class: its operations are instantiated only in the source file that the build makes of the header.
 #define VELMARA_EXTERN_RECORD(R) extern template struct kernel::Record<R>;
 
 /// A record with a schema version.
