@@ -138,16 +138,18 @@ def blame(output, mutants):
             places[mutant.file, line].add(mutant.number)
     lines = output.split("\n")
     faults = [i for i, line in enumerate(lines) if FAULT.search(line)]
-    blamed = set()
+    blamed, files = set(), set()
     for start, end in zip(faults, [*faults[1:], len(lines)]):
         for line in lines[start:end]:
             named, place = NAMED.search(line), PLACE.match(line)
             path = os.path.relpath(BUILD / place[1], TREE) if place else None
             guilty = {int(named[1])} if named else places[path, int(place[2])] if place else set()
             blamed |= guilty
+            files.add(path)
             if guilty:
                 break
-    return blamed
+    # A compiler may tell of the place alone that needs a constant, which by its change is one no more.
+    return blamed or {m.number for m in mutants if m.file in files and "constexpr" in m.text}
 
 
 def emitted_numbers():

@@ -20,7 +20,7 @@ void addRefusals(const DetectionResultList& results, QVector<Fault>& faults)
 {
     QSet<QString> faulty;
     for (const Fault& fault : qAsConst(faults))
-        faulty += fault.path.section(QLatin1Char('/'), 0, 0);
+        faulty += fault.path.section('/', 0, 0);
     const auto add = [&](const QString& path, const QString& reason) {
         if (!faulty.contains(path))
             faults += Fault{.path = path, .message = reason};
@@ -30,13 +30,10 @@ void addRefusals(const DetectionResultList& results, QVector<Fault>& faults)
     if (!report.isComplete)
         add({}, report.error);
     for (const RefusedResult& refused : report.refused)
-        add(QStringLiteral("DetectionResult[%1]").arg(refused.index + 1), refused.reason);
+        add(QString("DetectionResult[%1]").arg(refused.index + 1), refused.reason);
 }
 
-QString placeOf(const Fault& fault)
-{
-    return fault.path.isEmpty() ? fault.member : fault.path + QLatin1Char('/') + fault.member;
-}
+QString placeOf(const Fault& fault) { return fault.path.isEmpty() ? fault.member : fault.path + '/' + fault.member; }
 
 /// The faults of a list that a validating reader refuses, that for which it does among them.
 QVector<Fault> faultsOfRefused(const ListFile& file, FrequencyStoreListHelper& helper,
@@ -78,9 +75,9 @@ void printFault(const ListFile& file, const Fault& fault)
 {
     QString place = fault.place.text(); // of the input, or else of the tree
     if (place.isEmpty() && !tellsFile(fault.message, file.name))
-        place = file.name + QStringLiteral(": ") + (fault.path.isEmpty() ? QStringLiteral("the list") : fault.path);
+        place = file.name + ": " + (fault.path.isEmpty() ? "the list" : fault.path);
     if (!place.isEmpty())
-        place += QStringLiteral(": ");
+        place += ": ";
     print(place);
     printLine(fault.message, Colour::Red);
 }
@@ -88,7 +85,7 @@ void printFault(const ListFile& file, const Fault& fault)
 QString sumOf(const QVector<Fault>& faults)
 {
     if (faults.isEmpty())
-        return coloured(QStringLiteral("no fault"), Colour::Green);
+        return coloured("no fault", Colour::Green);
     return counted(faults.size(), "fault", "faults");
 }
 
@@ -99,7 +96,7 @@ bool isFaultless(const ListFile& told)
     const QVector<Fault> faults = faultsIn(file, helper);
     for (const Fault& fault : faults)
         printFault(file, fault);
-    print(QStringLiteral("%1: %2, %3\n").arg(file.name, countIn(helper), sumOf(faults)));
+    print(QString("%1: %2, %3\n").arg(file.name, countIn(helper), sumOf(faults)));
     return faults.isEmpty();
 }
 
@@ -107,14 +104,11 @@ bool isFaultless(const ListFile& told)
 
 int check(const QStringList& arguments)
 {
-    CommandLine line(
-        QStringLiteral("Reads lists and checks them. Tells each fault with its place, and all cells and "
-                       "rows\nof CSV that cannot be read as they stand. A detection result of which convert makes "
-                       "no entry is faulty, too.\nThe exit status is 1 if there was any fault."),
-        {QStringLiteral("velmara check memoryscan.xml targets.packed"),
-         QStringLiteral("velmara check --type Suppress suppress.csv")});
-    line.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The files to check."),
-                               QStringLiteral("FILE..."));
+    CommandLine line("Reads lists and checks them. Tells each fault with its place, and all cells and "
+                     "rows\nof CSV that cannot be read as they stand. A detection result of which convert makes "
+                     "no entry is faulty, too.\nThe exit status is 1 if there was any fault.",
+                     {"velmara check memoryscan.xml targets.packed", "velmara check --type Suppress suppress.csv"});
+    line.addPositionalArgument("FILE", "The files to check.", "FILE...");
     line.addInputOptions();
     return line.run(arguments, [&] {
         bool isGood = true;

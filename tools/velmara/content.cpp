@@ -66,7 +66,7 @@ QString textOf(const QVector<PathValue>& values)
 {
     QString text;
     for (const PathValue& value : values)
-        text += value.path + QLatin1Char('=') + value.text + QLatin1Char('\n');
+        text += value.path + '=' + value.text + '\n';
     return text;
 }
 
@@ -88,19 +88,15 @@ QStringList textsAt(const QStringList& paths, const QVector<PathValue>& values)
     return texts;
 }
 
-const QString rangeStartPath = QStringLiteral("ShortTime_Settings/Range/StartFreq"),
-              rangeStopPath = QStringLiteral("ShortTime_Settings/Range/StopFreq");
+const QString rangeStartPath = "ShortTime_Settings/Range/StartFreq",
+              rangeStopPath = "ShortTime_Settings/Range/StopFreq";
 
-QStringList frequencyPaths()
-{
-    return {QStringLiteral("Frequency"), QStringLiteral("FFM_Settings/Frequency"),
-            QStringLiteral("ShortTime_Settings/Frequency")};
-}
+QStringList frequencyPaths() { return {"Frequency", "FFM_Settings/Frequency", "ShortTime_Settings/Frequency"}; }
 
 QStringList pathsNamed(const QString& name, const RecordDescription& description)
 {
     const QStringList paths = PathsNamed(name, description);
     if (paths.isEmpty())
-        throw UsageError(QStringLiteral("an entry has no value '%1'.").arg(name));
+        throw UsageError(QString("an entry has no value '%1'.").arg(name));
     return paths;
 }

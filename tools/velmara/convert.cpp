@@ -13,7 +13,7 @@ namespace {
 
 ConversionReport convert(const ListFile& file, const DetectionResultList& results, FrequencyStoreList& store)
 {
-    const Progress progress(QStringLiteral("converting ") + file.name);
+    const Progress progress("converting " + file.name);
     const BadResults badResults = file.skipsBad ? BadResults::AreSkipped : BadResults::EndConversion;
     ConversionReport report = DetectionResultHelper::Convert(results, store, badResults);
     if (!report.isComplete)
@@ -54,12 +54,11 @@ void convertResults(const ListFile& file, FrequencyStoreListHelper& helper, Form
 
 int convert(const QStringList& arguments)
 {
-    CommandLine line(
-        QStringLiteral("Converts a list between CSV (.csv), XML (.xml), tagged (.tagged) and packed binary (.packed).\n"
-                       "Detection results are not read from CSV, and become store entries in all forms but CSV."),
-        {QStringLiteral("velmara convert memoryscan.csv memoryscan.xml --type MemoryScan"),
-         QStringLiteral("velmara convert results.xml - --to csv --type DetectionResult")});
-    line.addPositionalArgument(QStringLiteral("IN"), QStringLiteral("The file to read."));
+    CommandLine line("Converts a list between CSV (.csv), XML (.xml), tagged (.tagged) and packed binary (.packed).\n"
+                     "Detection results are not read from CSV, and become store entries in all forms but CSV.",
+                     {"velmara convert memoryscan.csv memoryscan.xml --type MemoryScan",
+                      "velmara convert results.xml - --to csv --type DetectionResult"});
+    line.addPositionalArgument("IN", "The file to read.");
     line.addInputOptions();
     line.addSkipOption();
     line.addOutput();
@@ -71,7 +70,7 @@ int convert(const QStringList& arguments)
             convertResults(in, helper, out.form);
         writeList(out, helper);
         if (!out.isStream())
-            print(QStringLiteral("%1: %2 -> %3\n").arg(countIn(helper), in.name, out.name));
+            print(QString("%1: %2 -> %3\n").arg(countIn(helper), in.name, out.name));
         return CommandLine::Done;
     });
 }

@@ -59,20 +59,20 @@ template <class TextOf> QVector<Pair> takePairs(Entries& left, Entries& right, T
 void printAll(const Entries& entries, const QString& sign, Colour colour)
 {
     for (const Entry& entry : entries)
-        printLine(sign + QStringLiteral(" %1: ").arg(entry.number) + labelOf(entry.values()), colour);
+        printLine(sign + QString(" %1: ").arg(entry.number) + labelOf(entry.values()), colour);
 }
 
 void printDifference(const QString& path, const QString& before, const QString& after)
 {
     if (before != after)
-        print(QStringLiteral("    %1: %2 -> %3\n").arg(path, before, after));
+        print(QString("    %1: %2 -> %3\n").arg(path, before, after));
 }
 
 /// The values that differ, a line each: first those of the left side, in its order.
 void printDifferences(const QVector<PathValue>& left, const QVector<PathValue>& right)
 {
     const QHash<QString, QString> before = textsByPath(left), after = textsByPath(right);
-    const QString notSet = QStringLiteral("(not set)");
+    const QString notSet = "(not set)";
     for (const PathValue& value : left)
         printDifference(value.path, value.text, after.value(value.path, notSet));
     for (const PathValue& value : right)
@@ -83,8 +83,7 @@ void printDifferences(const QVector<PathValue>& left, const QVector<PathValue>& 
 void printChange(const Pair& pair)
 {
     const QVector<PathValue> left = pair.left.values(), right = pair.right.values();
-    printLine(QStringLiteral("~ %1 -> %2: ").arg(pair.left.number).arg(pair.right.number) + labelOf(left),
-              Colour::Yellow);
+    printLine(QString("~ %1 -> %2: ").arg(pair.left.number).arg(pair.right.number) + labelOf(left), Colour::Yellow);
     printDifferences(left, right);
 }
 
@@ -100,15 +99,15 @@ bool printDifferences(const ListFile& a, const ListFile& b, const Identity& iden
     const bool isHeadingChanged = textOf(leftHeading) != textOf(rightHeading);
     if (!isHeadingChanged && left.empty() && right.empty() && changed.isEmpty())
         return false;
-    print(coloured(QStringLiteral("--- %1\n+++ %2\n").arg(a.name, b.name), Colour::Bold));
+    print(coloured(QString("--- %1\n+++ %2\n").arg(a.name, b.name), Colour::Bold));
     if (isHeadingChanged) {
-        printLine(QStringLiteral("~ the list"), Colour::Yellow);
+        printLine("~ the list", Colour::Yellow);
         printDifferences(leftHeading, rightHeading);
     }
-    printAll(left, QStringLiteral("-"), Colour::Red);
+    printAll(left, "-", Colour::Red);
     for (const Pair& pair : changed)
         printChange(pair);
-    printAll(right, QStringLiteral("+"), Colour::Green);
+    printAll(right, "+", Colour::Green);
     return true;
 }
 
@@ -117,14 +116,13 @@ bool printDifferences(const ListFile& a, const ListFile& b, const Identity& iden
 int diff(const QStringList& arguments)
 {
     constexpr int trouble = 2; // as diff has it
-    CommandLine line(
-        QStringLiteral("Tells which entries are only in A (-), only in B (+), or changed (~), and their "
-                       "members that differ.\nValues are compared as show writes them; the order of the entries does "
-                       "not count. The exit status is 0 if there\nis no difference, 1 if there is, 2 for trouble."),
-        {QStringLiteral("velmara diff yesterday.xml today.xml"),
-         QStringLiteral("velmara diff memoryscan.csv memoryscan.packed --type MemoryScan --by ChannelNo")});
-    line.addPositionalArgument(QStringLiteral("A"), QStringLiteral("A list."));
-    line.addPositionalArgument(QStringLiteral("B"), QStringLiteral("Another, in any form."));
+    CommandLine line("Tells which entries are only in A (-), only in B (+), or changed (~), and their "
+                     "members that differ.\nValues are compared as show writes them; the order of the entries does "
+                     "not count. The exit status is 0 if there\nis no difference, 1 if there is, 2 for trouble.",
+                     {"velmara diff yesterday.xml today.xml",
+                      "velmara diff memoryscan.csv memoryscan.packed --type MemoryScan --by ChannelNo"});
+    line.addPositionalArgument("A", "A list.");
+    line.addPositionalArgument("B", "Another, in any form.");
     line.addInputOptions();
     line.addSkipOption();
     Identity::addOption(line);

@@ -6,18 +6,17 @@ using namespace Velmara;
 
 namespace {
 
-const QString by = QStringLiteral("by");
+const QString by = "by";
 
 } // namespace
 
 void Identity::addOption(CommandLine& line)
 {
-    line.addOption(
-        {by,
-         QStringLiteral("The members in which two entries are equal if they are the same entry, separated by "
-                        "commas; their frequency, if not told. Members go by name, or by the path that leads "
-                        "to them, as FFM_Settings/Detail/ChannelNo."),
-         QStringLiteral("NAMES")});
+    line.addOption({by,
+                    "The members in which two entries are equal if they are the same entry, separated by "
+                    "commas; their frequency, if not told. Members go by name, or by the path that leads "
+                    "to them, as FFM_Settings/Detail/ChannelNo.",
+                    "NAMES"});
 }
 
 Identity::Identity(const CommandLine& line, const RecordDescription& entry)
@@ -38,8 +37,8 @@ QString Identity::of(const QVector<PathValue>& values) const
 
 QString labelOf(const QVector<PathValue>& values)
 {
-    static const QStringList telling = frequencyPaths()
-                                    << rangeStartPath << rangeStopPath << QStringLiteral("FFM_Settings/AnalogDemod")
-                                    << QStringLiteral("Type") << QStringLiteral("Comment");
-    return textsAt(telling, values).join(QStringLiteral(", "));
+    static const QStringList telling = frequencyPaths() << rangeStartPath << rangeStopPath << "FFM_Settings/AnalogDemod"
+                                                        << "Type"
+                                                        << "Comment";
+    return textsAt(telling, values).join(", ");
 }

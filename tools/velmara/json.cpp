@@ -24,7 +24,7 @@ QJsonValue valueOf(const QString& text, Kind kind)
         const quint64 number = text.toULongLong();
         return number <= greatest ? QJsonValue(double(number)) : QJsonValue(text);
     }
-    case Kind::Bool: return text == QLatin1String("true");
+    case Kind::Bool: return text == "true";
     default: return text;
     }
 }

@@ -38,7 +38,7 @@ void readPacked(const QString& path, ITallyObject& list)
             throw;
     }
     if (stream.status() != QDataStream::Ok || !stream.atEnd())
-        throw BinaryParsingException(QStringLiteral("This is no packed list, or a damaged one."), Fault::Kind::Damaged);
+        throw BinaryParsingException("This is no packed list, or a damaged one.", Fault::Kind::Damaged);
 }
 
 /// Reads the forms that all records have.
@@ -49,7 +49,7 @@ void readRecord(const ListFile& file, ITallyObject& list)
     case Form::Xml: return list.ReadXml(document);
     case Form::Tagged: return list.ReadBinary(file.path);
     case Form::Packed: return readPacked(file.path, list);
-    case Form::Csv: throw TallyException(QStringLiteral("This list type cannot be read from CSV."));
+    case Form::Csv: throw TallyException("This list type cannot be read from CSV.");
     }
 }
 
@@ -72,9 +72,9 @@ QString adviceFor(const Fault& fault)
     if (fault.kind != Fault::Kind::OtherObject)
         return {};
     if (fault.member == DetectionResultList::GetStaticObjectName())
-        return QStringLiteral(" Read it with --type DetectionResult.");
+        return " Read it with --type DetectionResult.";
     if (fault.member == FrequencyStoreList::GetStaticObjectName())
-        return QStringLiteral(" It holds entries, not --type DetectionResult.");
+        return " It holds entries, not --type DetectionResult.";
     return {};
 }
 
@@ -91,7 +91,7 @@ TallyException failureOf(const TallyFormException& failure, const QString& path,
 
 QStringList load(const ListFile& told, FrequencyStoreListHelper& helper, Extent extent)
 {
-    const Progress progress(QStringLiteral("reading ") + told.name);
+    const Progress progress("reading " + told.name);
     const ListFile file = asRegularFile(told);
     if (file.type != ListType::Invalid)
         helper.SetListType(file.type);
@@ -138,7 +138,7 @@ void writeCsv(const QString& path, const QString& name, FrequencyStoreListHelper
 void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
 {
     if (list.GetFrequencyStoreEntry().isEmpty())
-        throw TallyException(QStringLiteral("a list without entries can only be written as CSV."));
+        throw TallyException("a list without entries can only be written as CSV.");
     if (form == Form::Xml)
         return list.WriteXml(path);
     writeBytes(path, form == Form::Packed ? packedForm(list) : list.GetBinaryRepresentationAsQByteArray());
@@ -159,8 +159,7 @@ void writeTo(const QString& path, const ListFile& file, FrequencyStoreListHelper
 
 std::optional<Form> formNamed(const QString& name)
 {
-    static const QStringList names{QStringLiteral("csv"), QStringLiteral("xml"), QStringLiteral("tagged"),
-                                   QStringLiteral("packed")};
+    static const QStringList names{"csv", "xml", "tagged", "packed"};
     const int form = names.indexOf(name.toLower());
     return form < 0 ? std::nullopt : std::optional(Form(form));
 }
@@ -180,11 +179,11 @@ QStringList readThoroughly(ListFile file, FrequencyStoreListHelper& helper)
 
 void writeList(const ListFile& file, FrequencyStoreListHelper& helper)
 {
-    const Progress progress(QStringLiteral("writing ") + file.name);
+    const Progress progress("writing " + file.name);
     if (!file.isStream())
         return writeTo(file.path, file, helper);
     const QTemporaryDir folder; // standard output is to get all or nothing, too
-    const QString path = folder.filePath(QStringLiteral("list"));
+    const QString path = folder.filePath("list");
     writeTo(path, file, helper);
     printFile(path);
 }
@@ -192,8 +191,8 @@ void writeList(const ListFile& file, FrequencyStoreListHelper& helper)
 void writeBytes(const QString& path, const QByteArray& bytes)
 {
     QString reason;
-    if (path == QLatin1String("-"))
+    if (path == "-")
         print(bytes);
     else if (SaveFile(path, bytes, reason) != SaveResult::Saved)
-        throw TallyException(QStringLiteral("%1: %2").arg(path, reason));
+        throw TallyException(QString("%1: %2").arg(path, reason));
 }

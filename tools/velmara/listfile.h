@@ -25,7 +25,7 @@ struct ListFile
     bool skipsBad = false;                      ///< passes over what gives no entry, and warns of it
     std::shared_ptr<const QTemporaryFile> copy; ///< where the path leads to one
 
-    bool isStream() const { return path == QLatin1String("-"); }
+    bool isStream() const { return path == "-"; }
 };
 
 /// Reads and checks a list of store entries, or of detection results for that list type; warns of what is not as it

@@ -30,13 +30,10 @@ const Command commands[] = {
 
 QString help()
 {
-    QString text
-        = QStringLiteral("Usage: velmara COMMAND [ARGUMENTS]\n\nWorks on frequency lists in files.\n\nCommands:\n");
+    QString text = "Usage: velmara COMMAND [ARGUMENTS]\n\nWorks on frequency lists in files.\n\nCommands:\n";
     for (const Command& command : commands)
-        text += QStringLiteral("  %1 %2\n")
-                    .arg(QStringLiteral("%1 %2").arg(QLatin1String(command.name), QLatin1String(command.syntax)), -24)
-                    .arg(QLatin1String(command.summary));
-    return text + QStringLiteral("\nvelmara COMMAND --help tells more. velmara --version tells the version.\n");
+        text += QString("  %1 %2\n").arg(QString("%1 %2").arg(command.name, command.syntax), -24).arg(command.summary);
+    return text + "\nvelmara COMMAND --help tells more. velmara --version tells the version.\n";
 }
 
 int run(const Command& command, int argc, char** argv)
@@ -54,15 +51,15 @@ int main(int argc, char** argv)
 {
     const QString word = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
     for (const Command& command : commands)
-        if (word == QLatin1String(command.name))
+        if (word == command.name)
             return run(command, argc - 1, argv + 1);
-    const bool isVersionWanted = word == QLatin1String("--version");
-    if (isVersionWanted || word == QLatin1String("--help") || word == QLatin1String("-h")) {
+    const bool isVersionWanted = word == "--version";
+    if (isVersionWanted || word == "--help" || word == "-h") {
         std::fputs(isVersionWanted ? "velmara " VELMARA_VERSION_TEXT "\n" : help().toUtf8().constData(), stdout);
         return std::fflush(stdout) == 0 ? 0 : 1;
     }
     if (!word.isEmpty())
-        tell(QStringLiteral("there is no command '%1'.\n").arg(word));
+        tell(QString("there is no command '%1'.\n").arg(word));
     std::fputs(help().toUtf8().constData(), stderr);
     return 2;
 }

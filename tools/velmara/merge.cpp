@@ -27,7 +27,7 @@ public:
         }
         int number = 0;
         for (const FrequencyStoreEntry& entry : helper.GetFrequencyStoreList().GetFrequencyStoreEntry())
-            addEntry(entry, file.name + QStringLiteral(", entry %1").arg(++number));
+            addEntry(entry, file.name + QString(", entry %1").arg(++number));
     }
 
     FrequencyStoreListHelper& joined() { return m_joined; }
@@ -46,8 +46,8 @@ private:
         const QVector<PathValue> values = valuesOf(entry);
         const QString named = m_identity.of(values), identity = named.isNull() ? textOf(values) : named;
         if (const auto kept = m_kept.constFind(identity); kept != m_kept.constEnd()) {
-            const QString how = kept->entry == entry ? QStringLiteral("the same as") : QStringLiteral("though unlike");
-            m_dropped += QStringLiteral("%1: dropped, %2 %3: %4").arg(place, how, kept->place, labelOf(values));
+            const QString how = kept->entry == entry ? "the same as" : "though unlike";
+            m_dropped += QString("%1: dropped, %2 %3: %4").arg(place, how, kept->place, labelOf(values));
             return;
         }
         m_kept.insert(identity, {place, entry});
@@ -65,31 +65,30 @@ private:
 
 int merge(const QStringList& arguments)
 {
-    CommandLine line(
-        QStringLiteral("Joins the entries of lists under the heading of the first. Of entries that are equal in "
-                       "their frequency, or in\nwhat --by names, the first stays, and the others are told; entries "
-                       "that have none of that must be equal in all."),
-        {QStringLiteral("velmara merge all.xml north.xml south.packed"),
-         QStringLiteral("velmara merge all.csv a.csv b.csv --type DetectionConventional --by Frequency,StartTime"),
-         QStringLiteral("velmara merge all.csv a.csv b.csv --type MemoryScan --by Frequency,Antenna")});
+    CommandLine line("Joins the entries of lists under the heading of the first. Of entries that are equal in "
+                     "their frequency, or in\nwhat --by names, the first stays, and the others are told; entries "
+                     "that have none of that must be equal in all.",
+                     {"velmara merge all.xml north.xml south.packed",
+                      "velmara merge all.csv a.csv b.csv --type DetectionConventional --by Frequency,StartTime",
+                      "velmara merge all.csv a.csv b.csv --type MemoryScan --by Frequency,Antenna"});
     line.addInputOptions();
     line.addSkipOption();
     line.addOutput();
-    line.addPositionalArgument(QStringLiteral("IN"), QStringLiteral("The lists to join."), QStringLiteral("IN IN..."));
+    line.addPositionalArgument("IN", "The lists to join.", "IN IN...");
     Identity::addOption(line);
     return line.run(arguments, [&] {
         const QStringList files = line.files(3, std::numeric_limits<int>::max());
         const ListFile out = line.output(files.first());
         if (out.type == ListType::DetectionResult)
-            throw UsageError(QStringLiteral("detection results are not joined; convert them to entries first."));
+            throw UsageError("detection results are not joined; convert them to entries first.");
         Joiner joiner(Identity(line, entryDescription(out.type)));
         for (const QString& file : files.mid(1))
             joiner.add(line.input(file));
         writeList(out, joiner.joined());
         for (const QString& dropped : joiner.dropped())
-            out.isStream() ? tell(dropped) : print(dropped + QLatin1Char('\n'));
+            out.isStream() ? tell(dropped) : print(dropped + '\n');
         if (!out.isStream())
-            print(QStringLiteral("%1: %2, %3 dropped\n")
+            print(QString("%1: %2, %3 dropped\n")
                       .arg(out.name, countIn(joiner.joined()), QString::number(joiner.dropped().size())));
         return CommandLine::Done;
     });

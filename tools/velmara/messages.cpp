@@ -13,41 +13,39 @@ namespace {
 
 constexpr int few = 10, many = 100000; // whose text takes some 30 MB
 
-const QString likewise = QStringLiteral(": the same in %1 more places."),
-              passedOver = QStringLiteral(": %1 more passed over.");
+const QString likewise = ": the same in %1 more places.", passedOver = ": %1 more passed over.";
 
 const std::pair<CsvDamage, QString> damages[] = {
-    {CsvDamage::LongLine, QStringLiteral("the line is longer than a reader takes.")},
-    {CsvDamage::BrokenLine, QStringLiteral("a separator or a line end within a cell breaks the line for a reader.")},
-    {CsvDamage::NoCharacter, QStringLiteral("half a surrogate pair is no character; a reader gets '?'.")},
-    {CsvDamage::ReadAsUnset, QStringLiteral("a reader takes this for a value that is not set.")},
-    {CsvDamage::ReadAsDashes, QStringLiteral("the text is empty, and a reader gets '---'.")},
+    {CsvDamage::LongLine, "the line is longer than a reader takes."},
+    {CsvDamage::BrokenLine, "a separator or a line end within a cell breaks the line for a reader."},
+    {CsvDamage::NoCharacter, "half a surrogate pair is no character; a reader gets '?'."},
+    {CsvDamage::ReadAsUnset, "a reader takes this for a value that is not set."},
+    {CsvDamage::ReadAsDashes, "the text is empty, and a reader gets '---'."},
 };
 
 QString quoted(const QString& text)
 {
     constexpr int limit = 60;
-    return QStringLiteral("'%1'").arg(visible(shortened(text, limit)));
+    return QString("'%1'").arg(visible(shortened(text, limit)));
 }
 
 QString placeOf(const QString& file, const CsvCell& cell)
 {
     QString place = file;
     if (cell.line > 0)
-        place += QStringLiteral(", line %1").arg(cell.line);
+        place += QString(", line %1").arg(cell.line);
     if (!cell.column.isEmpty())
-        place += QStringLiteral(", column %1, cell %2").arg(quoted(cell.column), quoted(cell.text));
-    return place + QStringLiteral(": ");
+        place += QString(", column %1, cell %2").arg(quoted(cell.column), quoted(cell.text));
+    return place + ": ";
 }
 
 QString textOf(const QString& file, const CsvBadRow& row) { return placeOf(file, row.place) + row.reason; }
 
 QString textOf(const QString& file, const RefusedResult& result)
 {
-    QString place = file + QStringLiteral(": ");
+    QString place = file + ": ";
     if (result.index >= 0)
-        place
-            += QStringLiteral("DetectionResult[%1], ID %2: ").arg(QString::number(result.index + 1), quoted(result.id));
+        place += QString("DetectionResult[%1], ID %2: ").arg(QString::number(result.index + 1), quoted(result.id));
     return place + result.reason;
 }
 
@@ -68,7 +66,7 @@ QStringList remarksOn(const QString& file, const ImportReport& report, Extent ex
 {
     QVector<CsvBadRow> cells;
     for (const CsvCell& cell : report.misread)
-        cells += {cell, QStringLiteral("not in the form of its column, and not read as it stands.")};
+        cells += {cell, "not in the form of its column, and not read as it stands."};
     if (extent == Extent::First)
         return warningsOf(file, report.skipped, passedOver) + warningsOf(file, cells, likewise);
     QVector<CsvBadRow> all = report.skipped + cells;
@@ -85,8 +83,8 @@ QStringList warningOf(const QString& what, const QStringList& columns)
         names += quoted(column);
     if (names.isEmpty())
         return {};
-    const QString word = names.size() == 1 ? QStringLiteral("column ") : QStringLiteral("columns ");
-    return {what + word + names.join(QStringLiteral(", ")) + QLatin1Char('.')};
+    const QString word = names.size() == 1 ? "column " : "columns ";
+    return {what + word + names.join(", ") + '.'};
 }
 
 /// "ID of 2 results; Baudrate of 1 result"
@@ -98,7 +96,7 @@ QStringList countsOf(const QVector<ReducedResult>& results)
             ++counts[member];
     QStringList texts;
     for (auto each = counts.cbegin(); each != counts.cend(); ++each)
-        texts += QStringLiteral("%1 of %2").arg(each.key(), counted(each.value(), "result", "results"));
+        texts += QString("%1 of %2").arg(each.key(), counted(each.value(), "result", "results"));
     return texts;
 }
 
@@ -109,13 +107,12 @@ QString describe(const Fault& fault)
     const QString path = fault.place.line == 0 ? fault.path : QString(); // a place in the input says more
     QStringList parts{fault.place.text(), path, fault.message};
     parts.removeAll(QString());
-    return parts.join(QStringLiteral(": "));
+    return parts.join(": ");
 }
 
 bool tellsFile(const QString& message, const QString& file)
 {
-    return message.startsWith(file + QStringLiteral(": ")) || message.startsWith(file + QStringLiteral(", "))
-        || message.contains(QLatin1Char('\'') + file + QLatin1Char('\''));
+    return message.startsWith(file + ": ") || message.startsWith(file + ", ") || message.contains('\'' + file + '\'');
 }
 
 QString describe(const QString& file, const ImportReport& report)
@@ -128,15 +125,13 @@ QStringList warningsOf(const QString& file, const ImportReport& report, Extent e
 {
     QStringList warnings;
     if (report.isMisencoded)
-        warnings
-            += file + QStringLiteral(": not all of it is in UTF-8; what is not became U+FFFD, or nothing at the end.");
+        warnings += file + ": not all of it is in UTF-8; what is not became U+FFFD, or nothing at the end.";
     if (report.emptyLine > 0)
         warnings += placeOf(file, {report.emptyLine, {}, {}})
-                  + QStringLiteral("the data end at this empty line; what stands behind it was not read.");
-    return warnings << warningOf(file + QStringLiteral(": passed over the unknown "), report.unknownColumns)
-                    << warningOf(file + QStringLiteral(": read the first only of the repeated "),
-                                 report.repeatedColumns)
-                    << warningOf(file + QStringLiteral(": did not find the "), report.missingColumns)
+                  + "the data end at this empty line; what stands behind it was not read.";
+    return warnings << warningOf(file + ": passed over the unknown ", report.unknownColumns)
+                    << warningOf(file + ": read the first only of the repeated ", report.repeatedColumns)
+                    << warningOf(file + ": did not find the ", report.missingColumns)
                     << remarksOn(file, report, extent);
 }
 
@@ -154,11 +149,10 @@ QStringList lossesIn(const QString& file, const ConversionReport& report)
 {
     QStringList losses = countsOf(report.reduced);
     if (!report.heading.isEmpty())
-        losses.prepend(report.heading.join(QStringLiteral(", ")) + QStringLiteral(" of the list"));
+        losses.prepend(report.heading.join(", ") + " of the list");
     if (losses.isEmpty())
         return {};
-    return {file + QStringLiteral(": entries do not take over: ") + losses.join(QStringLiteral("; "))
-            + QLatin1Char('.')};
+    return {file + ": entries do not take over: " + losses.join("; ") + '.'};
 }
 
 QStringList warningsOf(const QString& file, const ExportReport& report)
@@ -173,6 +167,6 @@ QStringList warningsOf(const QString& file, const ExportReport& report)
     }
     if (!report.untuned.isEmpty())
         warnings += placeOf(file, {report.untuned.first(), {}, {}}) + counted(report.untuned.size(), "entry", "entries")
-                  + QStringLiteral(" from here on without a fixed frequency, which a reader gets as 0.");
+                  + " from here on without a fixed frequency, which a reader gets as 0.";
     return warnings;
 }

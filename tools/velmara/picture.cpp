@@ -141,11 +141,11 @@ private:
 
     void start(const char* element, std::initializer_list<std::pair<const char*, double>> numbers, const Style& style)
     {
-        m_svg.writeStartElement(QLatin1String(element));
+        m_svg.writeStartElement(element);
         for (const auto& [name, number] : numbers)
-            m_svg.writeAttribute(QLatin1String(name), QString::number(number, 'f', 1));
+            m_svg.writeAttribute(name, QString::number(number, 'f', 1));
         for (const auto& [name, text] : style)
-            m_svg.writeAttribute(QLatin1String(name), QLatin1String(text));
+            m_svg.writeAttribute(name, text);
     }
     void line(double x1, double y1, double x2, double y2, const char* colour)
     {
@@ -157,7 +157,7 @@ private:
     {
         start("rect", {{"x", x}, {"y", y}, {"width", w}, {"height", h}}, {{"fill", colour}});
         if (!title.isNull())
-            m_svg.writeTextElement(QStringLiteral("title"), title);
+            m_svg.writeTextElement("title", title);
         m_svg.writeEndElement();
     }
     void text(double x, double y, const QString& content, const Style& style)
@@ -170,12 +170,11 @@ private:
     void open(const QString& title, const QString& remark)
     {
         const double height = m_bottom + axisRoom;
-        m_svg.writeDefaultNamespace(QStringLiteral("http://www.w3.org/2000/svg"));
+        m_svg.writeDefaultNamespace("http://www.w3.org/2000/svg");
         start("svg", {{"width", width}, {"height", height}}, {});
-        m_svg.writeAttribute(QStringLiteral("viewBox"),
-                             QStringLiteral("0 0 %1 %2").arg(width, 0, 'f', 1).arg(height, 0, 'f', 1));
-        m_svg.writeAttribute(QStringLiteral("font-family"), QStringLiteral("sans-serif"));
-        m_svg.writeAttribute(QStringLiteral("fill"), QLatin1String(dark));
+        m_svg.writeAttribute("viewBox", QString("0 0 %1 %2").arg(width, 0, 'f', 1).arg(height, 0, 'f', 1));
+        m_svg.writeAttribute("font-family", "sans-serif");
+        m_svg.writeAttribute("fill", dark);
         box(0, 0, width, height, white);
         text(margin, 28, title, heading);
         text(width - margin, 28, remark, atEnd);
@@ -196,7 +195,7 @@ private:
         const double y = m_bottom - (placed.lane + 1) * m_laneHeight, baseline = y + height - 2;
         const Bar& bar = *placed.bar;
         box(margin + placed.left, y, placed.right - placed.left, height, colourOf(bar.group),
-            QStringLiteral("%1 (%2)").arg(bar.label, bar.group));
+            QString("%1 (%2)").arg(bar.label, bar.group));
         if (m_laneHeight < fontSize)
             return;
         if (placed.label == Side::Right)
@@ -220,7 +219,7 @@ private:
         for (const QString& group : qAsConst(m_groups))
             add(group, colourOf(group));
         if (m_hasOthers)
-            add(QStringLiteral("others"), otherColour);
+            add("others", otherColour);
     }
 
     Scale m_scale;

@@ -12,7 +12,7 @@ using namespace TALLYFORM;
 
 namespace {
 
-const QString output = QStringLiteral("output"), colourBy = QStringLiteral("colour-by");
+const QString output = "output", colourBy = "colour-by";
 
 bool isOnAxis(double hertz) { return hertz >= 0 && hertz <= Scale::highestFrequency; }
 
@@ -23,23 +23,21 @@ QString first(const QStringList& paths, const QVector<PathValue>& values) { retu
 QVector<Bar> barsOf(const QVector<PathValue>& values, const QStringList& groups)
 {
     constexpr int letters = 40;
-    const QString name = first({QStringLiteral("Comment"), QStringLiteral("ID"), QStringLiteral("Type")}, values);
+    const QString name = first({"Comment", "ID", "Type"}, values);
     const QString group = first(groups, values);
     QVector<Bar> bars;
     const auto add = [&](double frequency, double left, double right) {
-        const QString label = (frequencyText(frequency) + QLatin1Char(' ') + shortened(name, letters)).trimmed();
+        const QString label = (frequencyText(frequency) + ' ' + shortened(name, letters)).trimmed();
         if (isOnAxis(left) && isOnAxis(right))
-            bars += {left, right, label, group.isEmpty() ? QStringLiteral("(none)") : group};
+            bars += {left, right, label, group.isEmpty() ? "(none)" : group};
     };
     const QString from = first({rangeStartPath}, values), to = first({rangeStopPath}, values);
     if (!from.isNull() && !to.isNull()) {
         add(from.toDouble(), from.toDouble(), to.toDouble());
         return bars;
     }
-    const double bandwidth = first({QStringLiteral("Bandwidth"), QStringLiteral("FFM_Settings/IFBandwidth"),
-                                    QStringLiteral("ShortTime_Settings/Bandwidth")},
-                                   values)
-                                 .toDouble();
+    const double bandwidth
+        = first({"Bandwidth", "FFM_Settings/IFBandwidth", "ShortTime_Settings/Bandwidth"}, values).toDouble();
     const double half = isOnAxis(bandwidth) ? bandwidth / 2 : 0;
     for (const QString& text : textsAt(frequencyPaths(), values))
         if (const double centre = text.toDouble(); centre > 0)
@@ -58,8 +56,8 @@ QByteArray pictureOf(const FrequencyStoreListHelper& helper, const QStringList& 
         notDrawn += own.isEmpty();
     }
     if (bars.isEmpty())
-        throw TallyException(file + QStringLiteral(": there is no entry with a frequency."));
-    const QString remark = notDrawn == 0 ? QString() : QStringLiteral(", %1 not drawn").arg(notDrawn);
+        throw TallyException(file + ": there is no entry with a frequency.");
+    const QString remark = notDrawn == 0 ? QString() : QString(", %1 not drawn").arg(notDrawn);
     return pictureOf(bars, QFileInfo(file).fileName(), countIn(helper) + remark);
 }
 
@@ -68,9 +66,9 @@ QString targetOf(const CommandLine& line)
 {
     const QString path = line.value(output);
     if (path.isEmpty())
-        throw UsageError(QStringLiteral("-o is missing."));
+        throw UsageError("-o is missing.");
     if (formNamed(QFileInfo(path).suffix()))
-        throw UsageError(QStringLiteral("-o takes a picture, and '%1' is the name of a list.").arg(path));
+        throw UsageError(QString("-o takes a picture, and '%1' is the name of a list.").arg(path));
     return path;
 }
 
@@ -78,17 +76,15 @@ QString targetOf(const CommandLine& line)
 
 int plot(const QStringList& arguments)
 {
-    CommandLine line(
-        QStringLiteral("Draws a list over its frequencies, as a picture of SVG: each entry is a bar as "
-                       "wide as its bandwidth."),
-        {QStringLiteral("velmara plot memoryscan.xml -o plan.svg"),
-         QStringLiteral("velmara plot targets.csv --type TargetList --colour-by AnalogDemod -o plan.svg")});
-    line.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The list."));
+    CommandLine line("Draws a list over its frequencies, as a picture of SVG: each entry is a bar as "
+                     "wide as its bandwidth.",
+                     {"velmara plot memoryscan.xml -o plan.svg",
+                      "velmara plot targets.csv --type TargetList --colour-by AnalogDemod -o plan.svg"});
+    line.addPositionalArgument("FILE", "The list.");
     line.addInputOptions();
     line.addSkipOption();
-    line.addOption({{QStringLiteral("o"), output}, QStringLiteral("The file to write."), QStringLiteral("SVG")});
-    line.addOption({colourBy, QStringLiteral("The member whose value decides on a bar's colour; Type, if not told."),
-                    QStringLiteral("NAME"), QStringLiteral("Type")});
+    line.addOption({{"o", output}, "The file to write.", "SVG"});
+    line.addOption({colourBy, "The member whose value decides on a bar's colour; Type, if not told.", "NAME", "Type"});
     return line.run(arguments, [&] {
         const ListFile file = line.input(line.files(1, 1).first());
         const QString target = targetOf(line);

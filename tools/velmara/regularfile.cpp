@@ -23,7 +23,7 @@ bool canBeReadAgain(const ListFile& file)
 void demand(bool isDone, const ListFile& file, const QFileDevice& device)
 {
     if (!isDone)
-        throw TallyException(QStringLiteral("%1: %2").arg(file.name, device.errorString()));
+        throw TallyException(QString("%1: %2").arg(file.name, device.errorString()));
 }
 
 void copy(const ListFile& file, QTemporaryFile& to)

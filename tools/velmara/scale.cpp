@@ -89,6 +89,6 @@ QString frequencyText(double hertz)
     };
     for (const Unit& unit : {Unit{1e12, "THz"}, Unit{1e9, "GHz"}, Unit{1e6, "MHz"}, Unit{1e3, "kHz"}})
         if (std::fabs(hertz) >= unit.size)
-            return QString::number(hertz / unit.size, 'g', 10) + QLatin1Char(' ') + QLatin1String(unit.name);
-    return QString::number(hertz, 'g', 10) + QStringLiteral(" Hz");
+            return QString::number(hertz / unit.size, 'g', 10) + ' ' + unit.name;
+    return QString::number(hertz, 'g', 10) + " Hz";
 }

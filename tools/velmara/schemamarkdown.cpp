@@ -34,18 +34,12 @@ A table has a line for each member:
 [formats.md](formats.md) describes the forms.
 )";
 
-QString code(const QString& text) { return QStringLiteral("`%1`").arg(text); }
-QString hex(quint32 number)
-{
-    return code(QStringLiteral("0x") + QString::number(number, 16).toUpper().rightJustified(8, QLatin1Char('0')));
-}
-QString list(const QStringList& texts) { return texts.join(QStringLiteral(", ")); }
-QString row(const QStringList& cells) { return QStringLiteral("| %1 |\n").arg(cells.join(QStringLiteral(" | "))); }
+QString code(const QString& text) { return QString("`%1`").arg(text); }
+QString hex(quint32 number) { return code("0x" + QString::number(number, 16).toUpper().rightJustified(8, '0')); }
+QString list(const QStringList& texts) { return texts.join(", "); }
+QString row(const QStringList& cells) { return QString("| %1 |\n").arg(cells.join(" | ")); }
 
-QString link(const RecordDescription& record)
-{
-    return QStringLiteral("[%1](#%2)").arg(record.name, record.name.toLower());
-}
+QString link(const RecordDescription& record) { return QString("[%1](#%2)").arg(record.name, record.name.toLower()); }
 
 /// Links to the records for which a function gives true, by name.
 template <class IsMeant> QString links(IsMeant isMeant)
@@ -67,28 +61,28 @@ bool holds(const RecordDescription& whole, const RecordDescription& part)
 QString nameOf(const MemberDescription& member)
 {
     const QString name = code(member.name);
-    return member.element == member.name ? name : QStringLiteral("%1 (%2)").arg(name, code(member.element));
+    return member.element == member.name ? name : QString("%1 (%2)").arg(name, code(member.element));
 }
 
 QString kindOf(const MemberDescription& member)
 {
     const QString kind = member.holdsRecords() ? link(member.record()) : wordFor(member.kind);
-    return member.isList ? QStringLiteral("list of %1").arg(kind) : kind;
+    return member.isList ? QString("list of %1").arg(kind) : kind;
 }
 
 QString needOf(const MemberDescription& member)
 {
     const QString need = wordFor(member.need);
-    return member.form == Form::Element ? need : QStringLiteral("%1 %2").arg(need, wordFor(member.form));
+    return member.form == Form::Element ? need : QString("%1 %2").arg(need, wordFor(member.form));
 }
 
 QString numberFormOf(const MemberDescription& member)
 {
-    QStringList texts{QStringLiteral("%1 decimals").arg(member.decimals)};
+    QStringList texts{QString("%1 decimals").arg(member.decimals)};
     if (member.width > 0)
-        texts += QStringLiteral("width %1").arg(member.width);
+        texts += QString("width %1").arg(member.width);
     if (member.range)
-        texts += QStringLiteral("%1 to %2").arg(textOf(member.range->lower), textOf(member.range->upper));
+        texts += QString("%1 to %2").arg(textOf(member.range->lower), textOf(member.range->upper));
     return list(texts);
 }
 
@@ -100,14 +94,14 @@ QString textFormOf(const MemberDescription& member)
     for (int i = 0; i < member.names.size(); ++i)
         names += member.names[i] == member.identifiers[i]
                    ? code(member.names[i])
-                   : QStringLiteral("%1 (%2)").arg(code(member.names[i]), member.identifiers[i]);
+                   : QString("%1 (%2)").arg(code(member.names[i]), member.identifiers[i]);
     return list(names);
 }
 
 QString defaultOf(const MemberDescription& member)
 {
     const QString value = member.initialText.isEmpty() ? QString() : code(member.initialText.trimmed());
-    return member.isMarkedByDefault ? QStringLiteral("%1 *written*").arg(value).trimmed() : value;
+    return member.isMarkedByDefault ? QString("%1 *written*").arg(value).trimmed() : value;
 }
 
 QString choiceOf(const ChoiceDescription& choice)
@@ -115,25 +109,24 @@ QString choiceOf(const ChoiceDescription& choice)
     QStringList alternatives;
     for (const QString& name : choice.alternatives)
         alternatives += code(name);
-    return QStringLiteral("The choice %1 holds %2 one of %3.\n\n")
-        .arg(code(choice.name), choice.isMandatory ? QStringLiteral("exactly") : QStringLiteral("at most"),
-             list(alternatives));
+    return QString("The choice %1 holds %2 one of %3.\n\n")
+        .arg(code(choice.name), choice.isMandatory ? "exactly" : "at most", list(alternatives));
 }
 
 QString sectionOf(const RecordDescription& record)
 {
     QString text
-        = QStringLiteral("\n## %1\n\nElement %2, identifier %3").arg(record.name, code(record.element), hex(record.id));
+        = QString("\n## %1\n\nElement %2, identifier %3").arg(record.name, code(record.element), hex(record.id));
     if (!record.version.isNull())
-        text += QStringLiteral(", schema version %1").arg(record.version);
-    text += QLatin1Char('.');
+        text += QString(", schema version %1").arg(record.version);
+    text += '.';
     const QString holders = links([&](const RecordDescription& other) { return holds(other, record); });
     if (!holders.isEmpty())
-        text += QStringLiteral(" Part of %1.").arg(holders);
-    text += QStringLiteral("\n\n");
+        text += QString(" Part of %1.").arg(holders);
+    text += "\n\n";
     if (record.choice)
         text += choiceOf(*record.choice);
-    text += QStringLiteral("| Member | Kind | Need | Text | Default | Tag | Bit |\n|---|---|---|---|---|---|---|\n");
+    text += "| Member | Kind | Need | Text | Default | Tag | Bit |\n|---|---|---|---|---|---|---|\n";
     for (const MemberDescription& member : record.members)
         text += row({nameOf(member), kindOf(member), needOf(member), textFormOf(member), defaultOf(member),
                      hex(member.tag), QString::number(member.bit)});
@@ -145,8 +138,7 @@ QString sectionOf(const RecordDescription& record)
 QString recordsAsMarkdown()
 {
     const auto& records = RecordDescriptions();
-    QString text = QLatin1String(introduction) + links([](const RecordDescription&) { return true; })
-                 + QLatin1Char('\n') + QLatin1String(legend);
+    QString text = QString(introduction) + links([](const RecordDescription&) { return true; }) + '\n' + legend;
     std::for_each(records.rbegin(), records.rend(),
                   [&](const RecordDescription* record) { text += sectionOf(*record); });
     return text;
@@ -156,9 +148,9 @@ QString columnsAsMarkdown()
 {
     using ListType = FrequencyStoreListHelper::ListType;
     const QStringList types = FrequencyStoreListHelper::GetListTypes();
-    QString page = QStringLiteral("# The columns of CSV files\n");
+    QString page = "# The columns of CSV files\n";
     for (int type = 0; type <= int(ListType::DetectionResult); ++type) {
-        page += QStringLiteral("\n## %1\n\n| Column | Member | Form |\n|---|---|---|\n").arg(types[type]);
+        page += QString("\n## %1\n\n| Column | Member | Form |\n|---|---|---|\n").arg(types[type]);
         for (const CsvColumnDescription& column : FileHandling::DescribeCSV(ListType(type)))
             page += row({code(column.name), code(column.member), column.form});
     }

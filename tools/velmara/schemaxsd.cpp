@@ -24,13 +24,11 @@ bool isRestricted(const MemberDescription& member)
 QString typeOf(const RecordDescription& record, const MemberDescription& member)
 {
     if (isRestricted(member))
-        return QStringLiteral("%1.%2").arg(record.name, member.name);
+        return QString("%1.%2").arg(record.name, member.name);
     if (member.holdsRecords())
         return member.record().name;
-    static const QStringList types{QStringLiteral("Number"),         QStringLiteral("xs:int"),
-                                   QStringLiteral("xs:unsignedInt"), QStringLiteral("xs:unsignedLong"),
-                                   QStringLiteral("xs:boolean"),     QStringLiteral("xs:string"),
-                                   QStringLiteral("DateTime")};
+    static const QStringList types{"Number",     "xs:int",    "xs:unsignedInt", "xs:unsignedLong",
+                                   "xs:boolean", "xs:string", "DateTime"};
     return types[int(member.kind)];
 }
 
@@ -63,10 +61,10 @@ using Elements = std::vector<Element>;
 
 void write(const Element& element, QXmlStreamWriter& out)
 {
-    out.writeStartElement(QStringLiteral("xs:") + QLatin1String(element.name));
+    out.writeStartElement(QString("xs:") + element.name);
     for (const auto& [name, value] : element.attributes)
         if (!value.isNull())
-            out.writeAttribute(QLatin1String(name), value);
+            out.writeAttribute(name, value);
     for (const Element& child : element.children)
         write(child, out);
     if (!element.text.isNull())
@@ -79,7 +77,13 @@ QString unless(bool isDefault, const QString& value) { return isDefault ? QStrin
 
 Element annotation(const QString& text) { return {"annotation", {}, {Element{"documentation", {}, {}, text}}}; }
 
-Element facet(const char* name, const QString& value) { return {name, {{"value", value}}}; }
+Elements facets(const char* name, const QStringList& values)
+{
+    Elements facets;
+    for (const QString& value : values)
+        facets.push_back({name, {{"value", value}}});
+    return facets;
+}
 
 /// A type with a name or, within another one, without.
 Element restriction(const QString& name, const QString& base, const Elements& facets)
@@ -90,33 +94,26 @@ Element restriction(const QString& name, const QString& base, const Elements& fa
 /// Unlike xs:double it has the library's words for what is no finite number.
 Element numberType()
 {
-    const Element number
-        = restriction({}, QStringLiteral("xs:double"), {facet("pattern", QStringLiteral(".*[0-9].*"))});
-    const Element word
-        = restriction({}, QStringLiteral("xs:token"),
-                      {facet("enumeration", QStringLiteral("nan")), facet("enumeration", QStringLiteral("inf")),
-                       facet("enumeration", QStringLiteral("-inf"))});
-    return {"simpleType", {{"name", QStringLiteral("Number")}}, {Element{"union", {}, {number, word}}}};
+    const Element number = restriction({}, "xs:double", facets("pattern", {".*[0-9].*"}));
+    const Element word = restriction({}, "xs:token", facets("enumeration", {"nan", "inf", "-inf"}));
+    return {"simpleType", {{"name", "Number"}}, {Element{"union", {}, {number, word}}}};
 }
 
 /// Empty for a date-time that is invalid.
 Element timeType()
 {
-    const QString pattern = QStringLiteral("([0-9]{4}-(0[1-9]|1[0-2])-(0[1-9]|[12][0-9]|3[01])"
-                                           "T([01][0-9]|2[0-3]):[0-5][0-9]:[0-5][0-9],[0-9]{3}Z)?");
-    return restriction(QStringLiteral("DateTime"), QStringLiteral("xs:string"), {facet("pattern", pattern)});
+    return restriction("DateTime", "xs:string",
+                       facets("pattern", {"([0-9]{4}-(0[1-9]|1[0-2])-(0[1-9]|[12][0-9]|3[01])"
+                                          "T([01][0-9]|2[0-3]):[0-5][0-9]:[0-5][0-9],[0-9]{3}Z)?"}));
 }
 
 Element valueType(const QString& name, const MemberDescription& member)
 {
-    if (member.range)
-        return restriction(
-            name, QStringLiteral("xs:double"),
-            {facet("minInclusive", textOf(member.range->lower)), facet("maxInclusive", textOf(member.range->upper))});
-    Elements names;
-    for (const QString& text : member.names)
-        names.push_back(facet("enumeration", text));
-    return restriction(name, QStringLiteral("xs:string"), names);
+    if (!member.range)
+        return restriction(name, "xs:string", facets("enumeration", member.names));
+    Elements range = facets("minInclusive", {textOf(member.range->lower)});
+    range.push_back(facets("maxInclusive", {textOf(member.range->upper)}).front());
+    return restriction(name, "xs:double", range);
 }
 
 Element elementOf(const RecordDescription& record, const MemberDescription& member)
@@ -124,8 +121,8 @@ Element elementOf(const RecordDescription& record, const MemberDescription& memb
     return {"element",
             {{"name", member.element},
              {"type", typeOf(record, member)},
-             {"minOccurs", unless(member.need != Need::Optional, QStringLiteral("0"))},
-             {"maxOccurs", unless(!member.isList, QStringLiteral("unbounded"))}}};
+             {"minOccurs", unless(member.need != Need::Optional, "0")},
+             {"maxOccurs", unless(!member.isList, "unbounded")}}};
 }
 
 /// The alternatives stand next to each other in all records.
@@ -134,7 +131,7 @@ Element choiceOf(const RecordDescription& record)
     Elements alternatives;
     for (const QString& name : record.choice->alternatives)
         alternatives.push_back(elementOf(record, *record.member(name)));
-    return {"choice", {{"minOccurs", unless(record.choice->isMandatory, QStringLiteral("0"))}}, alternatives};
+    return {"choice", {{"minOccurs", unless(record.choice->isMandatory, "0")}}, alternatives};
 }
 
 Element sequenceOf(const RecordDescription& record)
@@ -151,14 +148,14 @@ Element sequenceOf(const RecordDescription& record)
 
 Element attribute(const QString& name, const QString& type, bool isRequired)
 {
-    return {"attribute", {{"name", name}, {"type", type}, {"use", unless(!isRequired, QStringLiteral("required"))}}};
+    return {"attribute", {{"name", name}, {"type", type}, {"use", unless(!isRequired, "required")}}};
 }
 
 Elements attributesOf(const RecordDescription& record)
 {
     Elements attributes;
     if (!record.version.isNull())
-        attributes.push_back(attribute(QStringLiteral("Version"), QStringLiteral("xs:string"), true));
+        attributes.push_back(attribute("Version", "xs:string", true));
     for (const MemberDescription& member : membersIn(record, Form::Attribute))
         attributes.push_back(attribute(member.element, typeOf(record, member), member.need == Need::Mandatory));
     return attributes;
@@ -172,14 +169,13 @@ Element typeOf(const RecordDescription& record)
     else
         parts.insert(parts.begin(), sequenceOf(record));
     if (!record.version.isNull())
-        parts.insert(parts.begin(), annotation(QStringLiteral("Schema version %1.").arg(record.version)));
+        parts.insert(parts.begin(), annotation(QString("Schema version %1.").arg(record.version)));
     return {"complexType", {{"name", record.name}}, parts};
 }
 
 Element schema()
 {
-    Elements parts{
-        annotation(QStringLiteral("What the library writes with validation on, as velmara schema --xsd tells it."))};
+    Elements parts{annotation("What the library writes with validation on, as velmara schema --xsd tells it.")};
     for (const RecordDescription* record : RecordDescriptions())
         if (isElementUnique(*record))
             parts.push_back({"element", {{"name", record->element}, {"type", record->name}}});
@@ -191,7 +187,7 @@ Element schema()
     }
     parts.push_back(numberType());
     parts.push_back(timeType());
-    return {"schema", {{"xmlns:xs", QStringLiteral("http://www.w3.org/2001/XMLSchema")}}, parts};
+    return {"schema", {{"xmlns:xs", "http://www.w3.org/2001/XMLSchema"}}, parts};
 }
 
 } // namespace

@@ -14,30 +14,29 @@ using namespace TALLYFORM;
 
 namespace {
 
-const QString columns = QStringLiteral("columns"), all = QStringLiteral("all"), json = QStringLiteral("json");
+const QString columns = "columns", all = "all", json = "json";
 
 /// What an operator looks for first in a list of each type; columns without content are left out.
 QStringList usualColumns(ListType type)
 {
     if (type == ListType::DetectionResult)
-        return QStringLiteral("ID,Frequency,Bandwidth,Level,Type,Modulation,TransmissionSystem,StartTime,StopTime,"
-                              "Confidence,Azimuth,DFQuality,Latitude,Longitude")
-            .split(QLatin1Char(','));
-    QString names
-        = QStringLiteral("FFM_Settings/Frequency,ShortTime_Settings/Frequency,ShortTime_Settings/Range/StartFreq,"
-                         "ShortTime_Settings/Range/StopFreq,FFM_Settings/IFBandwidth,ShortTime_Settings/Bandwidth,"
-                         "FFM_Settings/AnalogDemod,Type,");
+        return QString("ID,Frequency,Bandwidth,Level,Type,Modulation,TransmissionSystem,StartTime,StopTime,"
+                       "Confidence,Azimuth,DFQuality,Latitude,Longitude")
+            .split(',');
+    QString names = "FFM_Settings/Frequency,ShortTime_Settings/Frequency,ShortTime_Settings/Range/StartFreq,"
+                    "ShortTime_Settings/Range/StopFreq,FFM_Settings/IFBandwidth,ShortTime_Settings/Bandwidth,"
+                    "FFM_Settings/AnalogDemod,Type,";
     const bool isAny = type == ListType::Invalid;
     if (isAny || type == ListType::MemoryScan)
-        names += QStringLiteral("FFM_Settings/Detail/ChannelNo,FFM_Settings/Detail/Active,FFM_Settings/Detail/"
-                                "SquelchState,FFM_Settings/Detail/SquelchValue,DF_Settings/DFMode,");
+        names += "FFM_Settings/Detail/ChannelNo,FFM_Settings/Detail/Active,FFM_Settings/Detail/"
+                 "SquelchState,FFM_Settings/Detail/SquelchValue,DF_Settings/DFMode,";
     if (isAny || type == ListType::TargetList)
-        names += QStringLiteral("FFM_Settings/Level,Profile_Data/Priority,Profile_Data/SignalClass,"
-                                "Profile_Data/ThreatClass,");
+        names += "FFM_Settings/Level,Profile_Data/Priority,Profile_Data/SignalClass,"
+                 "Profile_Data/ThreatClass,";
     if (isAny || type == ListType::DataResults || type == ListType::DetectionConventional)
-        names += QStringLiteral("FFM_Settings/Level,ResultList/ResultTime,ResultList/Confidence,ResultList/Reason,"
-                                "Detection/StartTime,Detection/StopTime,");
-    return (names + QStringLiteral("Antenna,Comment")).split(QLatin1Char(','));
+        names += "FFM_Settings/Level,ResultList/ResultTime,ResultList/Confidence,ResultList/Reason,"
+                 "Detection/StartTime,Detection/StopTime,";
+    return (names + "Antenna,Comment").split(',');
 }
 
 /// Where entries have values, in the order of an entry as far as the entries tell it, and the room that these take.
@@ -89,10 +88,9 @@ private:
 QString titleOf(const QString& path, const QStringList& paths)
 {
     for (int parts = 1;; ++parts) {
-        const QString title = path.section(QLatin1Char('/'), -parts);
-        const auto isAnother = [&](const QString& other) {
-            return other != path && (other == title || other.endsWith(QLatin1Char('/') + title));
-        };
+        const QString title = path.section('/', -parts);
+        const auto isAnother
+            = [&](const QString& other) { return other != path && (other == title || other.endsWith('/' + title)); };
         if (title == path || std::none_of(paths.begin(), paths.end(), isAnother))
             return title;
     }
@@ -104,9 +102,9 @@ QString lineOf(const QStringList& cells, const QVector<Outline::Room>& rooms)
     for (int i = 0; i < cells.size(); ++i) {
         const auto [isNumber, width] = rooms[i];
         line += isNumber ? cells[i].rightJustified(width) : cells[i].leftJustified(width);
-        line += QStringLiteral("  ");
+        line += "  ";
     }
-    while (line.endsWith(QLatin1Char(' ')))
+    while (line.endsWith(' '))
         line.chop(1);
     return line;
 }
@@ -114,7 +112,7 @@ QString lineOf(const QStringList& cells, const QVector<Outline::Room>& rooms)
 /// Row by row, so that the texts of a long list are never there as a whole.
 void printTable(const QVector<const ITallyObject*>& entries, const Outline& outline, const QStringList& paths)
 {
-    QStringList titles{QStringLiteral("#")};
+    QStringList titles{"#"};
     QVector<Outline::Room> rooms{{true, QString::number(entries.size()).size()}};
     for (const QString& path : paths) {
         titles += titleOf(path, paths);
@@ -128,7 +126,7 @@ void printTable(const QVector<const ITallyObject*>& entries, const Outline& outl
         QStringList cells{QString::number(++number)};
         for (const QString& path : paths)
             cells += texts.value(path);
-        print(lineOf(cells, rooms) + QLatin1Char('\n'));
+        print(lineOf(cells, rooms) + '\n');
     }
 }
 
@@ -137,8 +135,8 @@ void printHeading(const FrequencyStoreListHelper& helper)
 {
     QString heading;
     for (const PathValue& value : headingOf(listIn(helper)))
-        heading += value.path + QStringLiteral(": ") + value.text + QStringLiteral(", ");
-    print(heading + countIn(helper) + QLatin1Char('\n'));
+        heading += value.path + ": " + value.text + ", ";
+    print(heading + countIn(helper) + '\n');
 }
 
 /// A line for each entry, likewise.
@@ -150,13 +148,13 @@ void printJson(const FrequencyStoreListHelper& helper)
     const QString name = entriesMember(listIn(helper)).name;
     QString heading = textOf(jsonOf(listIn(helper), name));
     heading.chop(1);
-    print(heading + (heading.size() > 1 ? QStringLiteral(",") : QString()) + QStringLiteral("\"%1\":[").arg(name));
-    QString separator = QStringLiteral("\n");
+    print(heading + (heading.size() > 1 ? "," : QString()) + QString("\"%1\":[").arg(name));
+    QString separator = "\n";
     for (const ITallyObject* entry : entriesIn(helper)) {
         print(separator + textOf(jsonOf(*entry)));
-        separator = QStringLiteral(",\n");
+        separator = ",\n";
     }
-    print(QStringLiteral("\n]}\n"));
+    print(QString("\n]}\n"));
 }
 
 /// The paths that columns show; those that the operator asked for are there even if they are empty.
@@ -181,23 +179,22 @@ QStringList columnsFor(const CommandLine& line, ListType type, const Outline& ou
 
 int show(const QStringList& arguments)
 {
-    CommandLine line(QStringLiteral("Shows a list as a table, or as JSON for programs."),
-                     {QStringLiteral("velmara show targets.xml --type TargetList"),
-                      QStringLiteral("velmara show memoryscan.xml --columns Frequency,ChannelNo,Comment"),
-                      QStringLiteral("velmara show --json results.packed | jq '.FrequencyStoreEntry[0]'")});
-    line.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The list."));
+    CommandLine line("Shows a list as a table, or as JSON for programs.",
+                     {"velmara show targets.xml --type TargetList",
+                      "velmara show memoryscan.xml --columns Frequency,ChannelNo,Comment",
+                      "velmara show --json results.packed | jq '.FrequencyStoreEntry[0]'"});
+    line.addPositionalArgument("FILE", "The list.");
     line.addInputOptions();
     line.addSkipOption();
-    line.addOption(
-        {columns,
-         QStringLiteral("What to show of each entry, separated by commas: members by name, or by the path that "
-                        "leads to them, as FFM_Settings/Detail/ChannelNo."),
-         QStringLiteral("NAMES")});
-    line.addOption({all, QStringLiteral("Show all that any entry holds.")});
-    line.addOption({json, QStringLiteral("Write JSON: the list, a line for each entry.")});
+    line.addOption({columns,
+                    "What to show of each entry, separated by commas: members by name, or by the path that "
+                    "leads to them, as FFM_Settings/Detail/ChannelNo.",
+                    "NAMES"});
+    line.addOption({all, "Show all that any entry holds."});
+    line.addOption({json, "Write JSON: the list, a line for each entry."});
     return line.run(arguments, [&] {
         if (int(line.isSet(json)) + int(line.isSet(all)) + int(line.isSet(columns)) > 1)
-            throw UsageError(QStringLiteral("--json, --all and --columns exclude each other."));
+            throw UsageError("--json, --all and --columns exclude each other.");
         const FrequencyStoreListHelper helper = readList(line.input(line.files(1, 1).first()));
         if (line.isSet(json)) {
             printJson(helper);

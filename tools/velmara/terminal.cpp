@@ -18,7 +18,7 @@ void demandOutput(bool isDone)
 {
     if (!isDone)
         throw TALLYFORM::TallyException(
-            QStringLiteral("standard output: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
+            QString("standard output: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
 }
 
 bool takesColours()
@@ -63,12 +63,12 @@ QString shortened(const QString& text, int letters)
     if (text.size() <= letters)
         return text;
     const bool cutsCharacter = text[letters - 1].isHighSurrogate();
-    return text.left(cutsCharacter ? letters - 1 : letters) + QStringLiteral("...");
+    return text.left(cutsCharacter ? letters - 1 : letters) + "...";
 }
 
 QString counted(int count, const char* one, const char* many)
 {
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
+    return QString("%1 %2").arg(count).arg(count == 1 ? one : many);
 }
 
 void print(const QString& text) { print(text.toUtf8()); }
@@ -82,9 +82,9 @@ void flushOutput() { demandOutput(std::fflush(stdout) == 0); }
 
 void tell(const QString& text)
 {
-    QStringList lines = text.split(QLatin1Char('\n'));
+    QStringList lines = text.split('\n');
     std::transform(lines.begin(), lines.end(), lines.begin(), visible);
-    const QString message = QStringLiteral("velmara: %1\n").arg(lines.join(QLatin1Char('\n')));
+    const QString message = QString("velmara: %1\n").arg(lines.join('\n'));
     std::fflush(stdout);
     std::fputs(message.toLocal8Bit().constData(), stderr);
 }
@@ -92,16 +92,16 @@ void tell(const QString& text)
 void warn(const QStringList& warnings)
 {
     for (const QString& warning : warnings)
-        tell(QStringLiteral("warning: ") + warning);
+        tell("warning: " + warning);
 }
 
 QString coloured(const QString& text, Colour colour)
 {
     static const bool hasColours = takesColours();
-    return hasColours ? QStringLiteral("\033[%1m%2\033[0m").arg(int(colour)).arg(text) : text;
+    return hasColours ? QString("\033[%1m%2\033[0m").arg(int(colour)).arg(text) : text;
 }
 
-void printLine(const QString& text, Colour colour) { print(coloured(text, colour) + QLatin1Char('\n')); }
+void printLine(const QString& text, Colour colour) { print(coloured(text, colour) + '\n'); }
 
 Progress::Progress(const QString& work)
 {
