@@ -10,7 +10,6 @@ using namespace TALLYFORM;
 namespace {
 
 using Results = QVector<DetectionResult>;
-using Entries = QVector<FrequencyStoreEntry>;
 
 /// What the results of the examples have unless they tell something else.
 const QString common = "ID='id' Type='type' Frequency='100.126' Frequency/Min='99' Bandwidth='8000' "
@@ -31,7 +30,7 @@ DetectionResultList listOf(const Results& results)
     return list;
 }
 
-Entries entriesOf(const FrequencyStoreList& store) { return store.GetFrequencyStoreEntry(); }
+QVector<FrequencyStoreEntry> entriesOf(const FrequencyStoreList& store) { return store.GetFrequencyStoreEntry(); }
 
 QString told(const RefusedResult& refused)
 {
@@ -242,9 +241,10 @@ TEST_F(DetectionFiles, LeaveTheCallersListsAsTheyWere)
     DetectionResultList original = filler.make<DetectionResultList>();
     for (int i = 0; i < 160; ++i) {
         DetectionResult result = filler.make<DetectionResult>();
-        setValues(result, i % 5 == 0 ? "no Modulation" : QString("Modulation='%1'").arg(modulations[i % 8]));
-        result.SetBaudrate(filler.make<Baudrate>());
-        result.SetShift(filler.make<Shift>());
+        if (i % 5 == 0)
+            result.ResetModulation();
+        else
+            setValues(result, QString("Modulation='%1' Baudrate='50' Shift='450'").arg(modulations[i % 8]));
         original.AppendDetectionResult(result);
     }
     const std::string before = stateOf(original);
