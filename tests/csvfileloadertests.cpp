@@ -119,6 +119,14 @@ TEST_F(CsvFiles, TellWhereTheyFail)
               "Can't open file for reading: '" + path("none") + "'");
 }
 
+TEST_F(CsvFiles, ForgetWhatStoodBehindTheLastOne)
+{
+    CSVFileLoader loader(write("x.csv", "a\n1\n\n2\n"));
+    EXPECT_TRUE(loader.HasDataBehindEnd());
+    EXPECT_THROW(loader.LoadFile(write("x.csv", "")), TallyException);
+    EXPECT_FALSE(loader.HasDataBehindEnd());
+}
+
 TEST_F(CsvFiles, ReadTheSameInAllEncodings)
 {
     const QString odd = QString::fromUtf8("\u010d\u0d0a\u0a0d\u0d0d\u0a0a"); // the bytes of line ends in other places

@@ -7,6 +7,29 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+namespace Velmara {
+
+/// A place in a CSV file, and what stands there.
+inline QString told(const CsvCell& cell)
+{
+    return QStringLiteral("%1 %2 '%3'").arg(QString::number(cell.line), cell.column, cell.text);
+}
+
+/// What a report of an export tells, line by line.
+inline QString told(const ExportReport& report)
+{
+    const char* const damages[] = {"LongLine", "BrokenLine", "NoCharacter", "ReadAsUnset", "ReadAsDashes"};
+    EXPECT_TRUE(report.isComplete && report.error.isEmpty());
+    QString text = QStringLiteral("%1 written\n").arg(report.entries);
+    for (const CsvDamagedCell& cell : report.damaged)
+        text += damages[int(cell.damage)] + (" at " + told(cell) + '\n');
+    for (const int line : report.untuned)
+        text += QStringLiteral("untuned at %1\n").arg(line);
+    return text;
+}
+
+} // namespace Velmara
+
 class ExchangeTest : public testing::Test
 {
 protected:

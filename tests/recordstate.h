@@ -1,7 +1,6 @@
 #pragma once
 
 #include "frequencystore/kernel/model/walk.h"
-#include "frequencystore/reflection.h"
 
 #include <string>
 
@@ -34,15 +33,4 @@ template <class R> std::string stateOf(const R& record)
     std::string state = std::to_string(data->bits) + char('b' + data->choice);
     Velmara::kernel::visit(*data, StateOfField{state});
     return state;
-}
-
-/// The value at a path below a record, such as "FFM_Settings/AnalogDemod".
-inline QString valueAt(const TALLYFORM::ITallyObject& record, const QString& path)
-{
-    const Velmara::MemberDescription& member
-        = *Velmara::DescriptionOf(record).member(path.section(QLatin1Char('/'), 0, 0));
-    if (!member.isSet(record))
-        return QStringLiteral("not set");
-    return member.holdsRecords() ? valueAt(*member.children(record).first(), path.section(QLatin1Char('/'), 1))
-                                 : QStringLiteral("'%1'").arg(member.texts(record).first());
 }
