@@ -12,20 +12,12 @@ namespace {
 
 template <class Action> QString refusalOf(Action action) { return messageOf<OutOfRangeException>(action); }
 
-Coordinate point(double latitude)
-{
-    Coordinate point;
-    point.SetLongitude(11.5);
-    point.SetLatitude(latitude);
-    return point;
-}
-
+/// With two points.
 Area area()
 {
+    const QString point = "<Coordinate><Longitude>11.5</Longitude><Latitude>48.25</Latitude></Coordinate>";
     Area area;
-    area.SetName("north");
-    area.AppendCoordinate(point(48.25));
-    area.AppendCoordinate(point(49));
+    area.SetXmlString("<Area Version='1.0'><Name>north</Name>" + point + point + "</Area>", false);
     return area;
 }
 
@@ -64,8 +56,7 @@ TEST(Accessors, FollowTheirMember)
     EXPECT_EQ(area.GetInitialVersionLoaded(), "0.10");
 
     Decoder decoder;
-    EXPECT_EQ(messageOf<IncompleteDefinitionException>([&] { decoder.AppendValue(QString()); }),
-              "Decoder: Tried to append not completely defined or invalid item Value.");
+    EXPECT_THROW(decoder.AppendValue(QString()), IncompleteDefinitionException);
     decoder.SetValue({QString()});
     EXPECT_EQ(refusalOf([&] { decoder.Check(); }), "Decoder: Please set Value properly.");
 
