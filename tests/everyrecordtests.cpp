@@ -7,7 +7,6 @@ using namespace Velmara::kernel;
 using namespace TALLYFORM;
 
 using Kind = MemberDescription::Kind;
-using Need = MemberDescription::Need;
 
 namespace {
 
@@ -26,8 +25,9 @@ template <class... R> QVector<RecordClass> classesOf(RecordTypes<R...>)
 template <class R> void expectToStartEmpty()
 {
     const R record;
-    EXPECT_EQ(record.HasData(), record.FindFaults().isEmpty());
     EXPECT_FALSE(record.AnyData());
+    EXPECT_TRUE(RandomFiller(1).setEverything().make<R>().AnyData());
+    EXPECT_EQ(record.HasData(), record.FindFaults().isEmpty());
     EXPECT_TRUE(record.GetValidate());
     EXPECT_TRUE(record == R());
 
@@ -106,7 +106,7 @@ TEST(EveryRecord, DemandsItsMandatoryMembers)
 {
     forRecords(1, [](const RecordDescription& of, const ITallyObject& whole) {
         for (const MemberDescription& member : of.members) {
-            if (member.need != Need::Mandatory)
+            if (member.need != MemberDescription::Need::Mandatory)
                 continue;
             const auto lacking = of.make();
             readPacked(*lacking, packed(whole));
@@ -242,7 +242,7 @@ TEST(DerivedRecords, AreCalledForWhatTheyOverride)
 
 TEST(DerivedRecords, ReadTheirElementOfALargerDocumentAndNoMore)
 {
-    QXmlStreamReader reader("<All><Area Version='1.0'><Area><Name>in</Name></Area><ScriptID>s</ScriptID></Area>"
+    QXmlStreamReader reader("<All><Area Version='1.0'><New/><Area><Name>in</Name></Area><ScriptID>s</ScriptID></Area>"
                             "<Area/></All>");
     ASSERT_TRUE(reader.readNextStartElement() && reader.readNextStartElement());
     Derived<Area> area;

@@ -7,9 +7,6 @@ using namespace TALLYFORM;
 
 namespace {
 
-struct Stranger : Area
-{};
-
 /// Makes a record hold what another one does, by what the descriptions can do and nothing else.
 void copyBy(const RecordDescription& of, const ITallyObject& from, ITallyObject& to)
 {
@@ -28,6 +25,8 @@ void copyBy(const RecordDescription& of, const ITallyObject& from, ITallyObject&
 
 TEST(Reflection, KnowsEveryClass)
 {
+    struct Stranger : Area
+    {};
     const auto& all = RecordDescriptions();
     EXPECT_EQ(all.size(), recordClasses().size());
     for (const RecordDescription* const of : all) {
