@@ -46,6 +46,8 @@ TEST(Accessors, FollowTheirMember)
     EXPECT_TRUE(scan.IsStartFrequencySet() && scan.IsFrequencyStepSet());
 
     Area area;
+    EXPECT_EQ(area.GetVersion(), "1.0");
+    EXPECT_TRUE(area.IsInitialized());
     area.SetName("");
     EXPECT_EQ(refusalOf([&] { area.SetName(QString()); }), "Area: Please set Name properly (origin: Setter).");
     EXPECT_TRUE(area.GetInitialVersionLoaded().isNull());
