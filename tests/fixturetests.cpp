@@ -1,56 +1,32 @@
 /// Documents whose bytes were put together without this library: what it reads and writes must be these bytes.
 
+#include "everyrecord.h"
 #include "exchangefixture.h"
+#include "goldencases.h"
 #include "hextext.h"
 
 using namespace Velmara;
 
-namespace {
-
-const QString folder = VELMARA_FIXTURES "/";
-
-QByteArray contentOf(const QString& name)
-{
-    QFile file(folder + name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
-    return file.readAll();
-}
-
-QByteArray bytesIn(const QString& name) { return fromHexText(contentOf(name)); }
-
-template <class R> QByteArray frameOf(const R& record)
-{
-    return bytesOf([&](QDataStream& stream) { record.GetBinary(stream, int(R::GetId()), true); });
-}
-
-} // namespace
-
-class Fixtures : public ExchangeTest
-{
-protected:
-    template <class R> void expectToStandIn(const QString& name)
-    {
-        const QByteArray frame = bytesIn(name + ".tagged.hex"), body = bytesIn(name + ".packed.hex");
-        R fromXml, fromTagged, fromPacked;
-        ASSERT_TRUE(fromXml.LoadXml(folder + name + ".xml"));
-        readTagged(fromTagged, frame);
-        readPacked(fromPacked, body);
-        EXPECT_TRUE(fromXml == fromTagged);
-        EXPECT_TRUE(fromXml == fromPacked);
-
-        ASSERT_TRUE(fromPacked.SaveXml(path("out.xml")));
-        EXPECT_EQ(read("out.xml"), contentOf(name + ".xml"));
-        EXPECT_EQ(frameOf(fromXml), frame);
-        EXPECT_EQ(packed(fromTagged), body);
-    }
-};
+using Fixtures = ExchangeTest;
 
 TEST_F(Fixtures, StandInAllThreeForms)
 {
-    for (const char* name : {"store", "demodulators", "shorttime"}) {
-        SCOPED_TRACE(name);
-        expectToStandIn<FrequencyStoreList>(name);
+    for (const QString name : {"store", "demodulators", "shorttime", "detection"}) {
+        SCOPED_TRACE(name.toStdString());
+        const bool isDetection = name == "detection";
+        const RecordDescription& of
+            = *FindRecordDescription(isDetection ? "FrequencyStoreListHelper" : "FrequencyStoreList");
+        const QByteArray frame = fromHexText(fixture(name + ".tagged.hex").toUtf8());
+        const QByteArray body = fromHexText(fixture(name + ".packed.hex").toUtf8());
+        const auto fromXml = of.make(), fromTagged = of.make(), fromPacked = of.make();
+        ASSERT_TRUE(fromXml->LoadXml(VELMARA_FIXTURES "/" + name + ".xml"));
+        ASSERT_TRUE(fromTagged->SetBinaryRepresentation(frame));
+        readPacked(*fromPacked, body);
+        EXPECT_TRUE(of.areEqual(*fromXml, *fromTagged) && of.areEqual(*fromXml, *fromPacked));
+
+        ASSERT_TRUE(fromPacked->SaveXml(path("out.xml")));
+        EXPECT_EQ(read("out.xml"), fixture(name + ".xml").toUtf8());
+        EXPECT_EQ(fromXml->GetBinaryRepresentationAsQByteArray(), frame);
+        EXPECT_EQ(packed(*fromTagged), body);
     }
-    SCOPED_TRACE("detection");
-    expectToStandIn<FrequencyStoreListHelper>("detection");
 }
