@@ -100,7 +100,7 @@ QDateTime Converters::ToDateTime(QStringView text)
 {
     if (text.size() != TextLength)
         return QDateTime();
-    char ascii[TextLength];
+    char ascii[TextLength]{};
     std::transform(text.begin(), text.end(), ascii,
                    [](QChar c) { return c.unicode() < 128 ? char(c.unicode()) : '?'; });
     return dateTime(ascii);

@@ -10,8 +10,10 @@ namespace TALLYFORM {
 constinit const std::shared_ptr<Logger> ITallyObject::noLogger;
 
 ITallyObject::ITallyObject(ITallyObject&& other) noexcept
-    : m_extras(other.m_extras), m_id(other.m_id), m_type(other.m_type), m_validate(other.m_validate)
-{}
+    : m_id(other.m_id), m_type(other.m_type), m_validate(other.m_validate)
+{
+    m_extras = other.m_extras; // a copy, for the other stays usable
+}
 
 ITallyObject::~ITallyObject() = default;
 

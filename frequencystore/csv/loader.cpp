@@ -49,9 +49,12 @@ bool Loader::readRow(int cells)
 void split(QStringView line, QVector<QStringView>& cells)
 {
     cells.clear();
+    const auto endOfCell = [&line](auto start) { return std::find(start, line.end(), separator); };
     auto start = line.begin();
-    for (auto end = start; (end = std::find(start, line.end(), separator)) != line.end(); start = end + 1)
+    for (auto end = endOfCell(start); end != line.end(); end = endOfCell(start)) {
         cells.append(QStringView(start, end));
+        start = end + 1;
+    }
     cells.append(QStringView(start, line.end()));
 }
 

@@ -198,7 +198,7 @@ bool BinarySource::get(QString& text)
     if (!getSized(start, size, sizeof(QChar)))
         return false;
     text = start ? QString(size / int(sizeof(QChar)), Qt::Uninitialized) : QString();
-    if (size > 0) // a null text that gives out its data is no longer null
+    if (start) // a null text that gives out its data is no longer null
         m_form.copyInOrder(start, text.size(), text.data());
     return true;
 }
@@ -208,7 +208,7 @@ QString BinarySource::text(const QString& expected)
     const int start = m_at;
     const char* words = nullptr;
     int size = 0;
-    if (m_buffer && getSized(words, size, sizeof(QChar)) && size == int(sizeof(QChar)) * expected.size()
+    if (m_buffer && getSized(words, size, sizeof(QChar)) && words && size == int(sizeof(QChar)) * expected.size()
         && m_form.isTextAt(words, expected))
         return expected;
     m_at = start;
