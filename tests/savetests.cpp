@@ -2,6 +2,7 @@
 
 #include "base/savefile.h"
 #include "exchangefixture.h"
+#include "frequencystore/paths.h"
 
 #include <QDir>
 #include <QProcess>
@@ -104,14 +105,12 @@ private:
 /// Entries enough for a file of some size in each form.
 FrequencyStoreList sampleList(int entries = 100)
 {
+    FrequencyStoreEntry entry;
+    entry.SetType("entry");
+    entry.GetFFM_Settings().GetFrequency().SetValue(1e8);
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(8300);
     FrequencyStoreList list;
-    for (int i = 0; i < entries; ++i) {
-        FrequencyStoreEntry entry;
-        entry.SetType(QString("entry %1").arg(i));
-        entry.GetFFM_Settings().GetFrequency().SetValue(1e8 + i);
-        entry.GetFFM_Settings().GetIFBandwidth().SetValue(8300);
-        list.AppendFrequencyStoreEntry(entry);
-    }
+    list.SetFrequencyStoreEntry(QVector<FrequencyStoreEntry>(entries, entry));
     return list;
 }
 
@@ -123,20 +122,17 @@ bool exportList(bool csv, const QString& path)
 
 bool exportResults(bool csv, const QString& path)
 {
+    DetectionResult result;
+    for (const auto& [place, text] : {std::pair("ID", "1"),
+                                      {"Type", "a"},
+                                      {"StartTime", "2024-02-29T12:00:00,000Z"},
+                                      {"Frequency", "100000000"},
+                                      {"Bandwidth", "8300"}})
+        SetTextAt(result, place, text);
     DetectionResultList results;
-    results.SetID("1");
-    results.SetType("a");
-    results.SetComment("c");
-    results.SetUsage(DetectionResultList::Usage::Known);
-    for (int i = 0; i < 100; ++i) {
-        DetectionResult result;
-        result.SetID("1");
-        result.SetType("a");
-        result.SetStartTime(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
-        result.GetFrequency().SetValue(1e8);
-        result.GetBandwidth().SetValue(8300);
-        results.AppendDetectionResult(result);
-    }
+    for (const auto& [place, text] : {std::pair("ID", "1"), {"Type", "a"}, {"Comment", "c"}, {"Usage", "Known"}})
+        SetTextAt(results, place, text);
+    results.SetDetectionResult(QVector<DetectionResult>(100, result));
     return FileHandling().ExportFrequencyStoreList(csv, path, results);
 }
 
@@ -494,7 +490,7 @@ using SavingLongDocuments = ExchangeTest;
 
 TEST_F(SavingLongDocuments, WritesWhatOneWrittenAtOnceHolds)
 {
-    const FrequencyStoreList list = sampleList(5000);
+    const FrequencyStoreList list = sampleList(6000);
     QByteArray document("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
     ASSERT_TRUE(list.ITallyObject::AppendXml(document, true));
     ASSERT_GT(document.size(), 1 << 20);
@@ -509,7 +505,7 @@ TEST_F(SavingLongDocuments, WritesWhatOneWrittenAtOnceHolds)
 TEST_F(SavingLongDocuments, LeavesTheFileAsItWasIfTheEndCannotBeWritten)
 {
     write("list.xml", "precious");
-    FrequencyStoreList list = sampleList(5000);
+    FrequencyStoreList list = sampleList(6000);
     list.GetFrequencyStoreEntry().last().SetComment(QString(QChar(1)));
     EXPECT_FALSE(list.SaveXml(path("list.xml")));
     EXPECT_EQ(read("list.xml"), "precious");
