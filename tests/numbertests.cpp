@@ -54,33 +54,26 @@ private:
 };
 
 const double edges[] = {0.0,
-                        -0.0,
                         0.125,
-                        -0.005,
-                        -0.001,
+                        0.005,
+                        0.001,
                         2.5,
                         1000000.125,
                         999.995,
                         0.9999995,
+                        9.9999995,
                         99999.95,
                         999999.5,
-                        std::nextafter(999999.5, 0),
                         0.0001,
-                        std::nextafter(0.0001, 0),
                         0x1p63,
-                        std::nextafter(0x1p63, 0),
                         0x1p64,
                         1e22,
                         1e308,
                         Limits::max(),
-                        Limits::lowest(),
                         Limits::min(),
                         Limits::denorm_min(),
-                        -Limits::denorm_min(),
                         Limits::infinity(),
-                        -Limits::infinity(),
-                        Limits::quiet_NaN(),
-                        -Limits::quiet_NaN()};
+                        Limits::quiet_NaN()};
 
 void expectTextsOfQt(double value, std::initializer_list<int> allDecimals)
 {
@@ -102,64 +95,46 @@ void expectSame(double value, double expected)
 }
 template <class T> void expectSame(T value, T expected) { ASSERT_EQ(value, expected); }
 
-struct ToDouble
+/// A text, as bytes and as characters, must be the number that Qt makes of it.
+template <class Of, class OfQt> void expectValueOfQt(const QByteArray& utf8, Of of, OfQt ofQt)
 {
-    static double ofQt(const QString& text, bool* ok) { return text.toDouble(ok); }
-    template <class Text> static double of(Text text, bool* ok) { return toDouble(text, ok); }
-};
-
-struct ToInt
-{
-    static int ofQt(const QString& text, bool* ok) { return text.toInt(ok); }
-    template <class Text> static int of(Text text, bool* ok) { return toInt(text, ok); }
-};
-
-struct ToLongLong
-{
-    static qint64 ofQt(const QString& text, bool* ok) { return text.toLongLong(ok); }
-    template <class Text> static qint64 of(Text text, bool* ok) { return toLongLong(text, ok); }
-};
-
-template <class Conversion, class Text> void expectValueOfQt(Text text, const QString& textOfQt)
-{
+    const QString text = QString::fromUtf8(utf8.constData(), utf8.size());
     bool isNumberForQt = false;
-    const auto expected = Conversion::ofQt(textOfQt, &isNumberForQt);
-    bool isNumber = !isNumberForQt;
-    expectSame(Conversion::of(text, &isNumber), expected);
-    ASSERT_EQ(isNumber, isNumberForQt);
-    expectSame(Conversion::of(text, nullptr), expected);
+    const auto expected = ofQt(text, &isNumberForQt);
+    const auto expectRead = [&](auto given) {
+        bool isNumber = !isNumberForQt;
+        expectSame(of(given, &isNumber), expected);
+        ASSERT_EQ(isNumber, isNumberForQt);
+        expectSame(of(given, nullptr), expected);
+    };
+    expectRead(std::string_view(utf8.constData(), size_t(utf8.size())));
+    expectRead(QStringView(text));
 }
 
 void expectValuesOfQt(const QByteArray& utf8)
 {
     SCOPED_TRACE(utf8.toStdString());
-    const std::string_view bytes(utf8.constData(), size_t(utf8.size()));
-    const QString text = QString::fromUtf8(utf8.constData(), utf8.size());
-    expectValueOfQt<ToDouble>(bytes, text);
-    expectValueOfQt<ToDouble>(QStringView(text), text);
-    expectValueOfQt<ToInt>(bytes, text);
-    expectValueOfQt<ToInt>(QStringView(text), text);
-    expectValueOfQt<ToLongLong>(bytes, text);
-    expectValueOfQt<ToLongLong>(QStringView(text), text);
+    expectValueOfQt(
+        utf8, [](auto text, bool* ok) { return toDouble(text, ok); },
+        [](const QString& text, bool* ok) { return text.toDouble(ok); });
+    expectValueOfQt(
+        utf8, [](auto text, bool* ok) { return toInt(text, ok); },
+        [](const QString& text, bool* ok) { return text.toInt(ok); });
+    expectValueOfQt(
+        utf8, [](auto text, bool* ok) { return toLongLong(text, ok); },
+        [](const QString& text, bool* ok) { return text.toLongLong(ok); });
 }
 
 } // namespace
 
 TEST(NumbersTest, DoublesAreWrittenAsByQt)
 {
-    for (const double value : edges)
-        expectTextsOfQt(value, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17});
+    for (const double edge : edges)
+        for (const double value : {edge, -edge, std::nextafter(edge, 0)})
+            expectTextsOfQt(value, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17});
     RandomNumbers random;
     for (int i = 0; i < randomRounds * RandomNumbers::kinds && !HasFatalFailure(); ++i)
         expectTextsOfQt(random.next(i % RandomNumbers::kinds), {2, int(random.below(18))});
-}
-
-TEST(NumbersTest, TiesAreRoundedAwayFromZero)
-{
-    EXPECT_EQ(numberText([](char* to) { return putFixed(to, 1000000.125, 2); }), "1000000.13");
-    EXPECT_EQ(numberText([](char* to) { return putFixed(to, -2.5, 0); }), "-3");
-    EXPECT_EQ(numberText([](char* to) { return putFixed(to, 9.9999995, 6); }), QString::number(9.9999995, 'f', 6));
-    EXPECT_EQ(numberText([](char* to) { return putGeneral(to, 1000.125); }), "1000.13");
 }
 
 TEST(NumbersTest, TheLongestTextHasTheMaximumLength)
@@ -234,6 +209,5 @@ TEST(NumbersTest, PeculiarTextsAreReadAsByQt)
         expectValuesOfQt("9007199254740993." + QByteArray(length, '0') + "1");
         expectValuesOfQt(QByteArray(length, ' ') + "1");
     }
-    expectValueOfQt<ToDouble>(QStringView(), QString());
-    expectValueOfQt<ToInt>(std::string_view(), QString());
+    expectValuesOfQt(QByteArray());
 }

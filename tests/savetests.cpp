@@ -2,6 +2,7 @@
 
 #include "base/savefile.h"
 #include "exchangefixture.h"
+#include "frequencystore/paths.h"
 
 #include <QDir>
 #include <QProcess>
@@ -81,28 +82,35 @@ private:
     void (*m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
 };
 
-/// Lays down what only root may do, while it lives.
+/// Lays down what only root may do, and gives a folder other permissions, while it lives.
 class Unprivileged
 {
 public:
-    Unprivileged() { EXPECT_TRUE(geteuid() != 0 || seteuid(nobody) == 0); }
-    ~Unprivileged() { EXPECT_EQ(seteuid(getuid()), 0); }
+    Unprivileged(const QString& folder, mode_t mode) : m_folder(QFile::encodeName(folder))
+    {
+        EXPECT_EQ(chmod(m_folder, mode), 0);
+        EXPECT_TRUE(geteuid() != 0 || seteuid(nobody) == 0);
+    }
+    ~Unprivileged()
+    {
+        EXPECT_EQ(seteuid(getuid()), 0);
+        EXPECT_EQ(chmod(m_folder, 0755), 0);
+    }
 
 private:
     static constexpr uid_t nobody = 65534;
+    const QByteArray m_folder;
 };
 
 /// Entries enough for a file of some size in each form.
 FrequencyStoreList sampleList(int entries = 100)
 {
+    FrequencyStoreEntry entry;
+    entry.SetType("entry");
+    entry.GetFFM_Settings().GetFrequency().SetValue(1e8);
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(8300);
     FrequencyStoreList list;
-    for (int i = 0; i < entries; ++i) {
-        FrequencyStoreEntry entry;
-        entry.SetType(QString("entry %1").arg(i));
-        entry.GetFFM_Settings().GetFrequency().SetValue(1e8 + i);
-        entry.GetFFM_Settings().GetIFBandwidth().SetValue(8300);
-        list.AppendFrequencyStoreEntry(entry);
-    }
+    list.SetFrequencyStoreEntry(QVector<FrequencyStoreEntry>(entries, entry));
     return list;
 }
 
@@ -114,20 +122,17 @@ bool exportList(bool csv, const QString& path)
 
 bool exportResults(bool csv, const QString& path)
 {
+    DetectionResult result;
+    for (const auto& [place, text] : {std::pair("ID", "1"),
+                                      {"Type", "a"},
+                                      {"StartTime", "2024-02-29T12:00:00,000Z"},
+                                      {"Frequency", "100000000"},
+                                      {"Bandwidth", "8300"}})
+        SetTextAt(result, place, text);
     DetectionResultList results;
-    results.SetID("1");
-    results.SetType("a");
-    results.SetComment("c");
-    results.SetUsage(DetectionResultList::Usage::Known);
-    for (int i = 0; i < 100; ++i) {
-        DetectionResult result;
-        result.SetID("1");
-        result.SetType("a");
-        result.SetStartTime(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
-        result.GetFrequency().SetValue(1e8);
-        result.GetBandwidth().SetValue(8300);
-        results.AppendDetectionResult(result);
-    }
+    for (const auto& [place, text] : {std::pair("ID", "1"), {"Type", "a"}, {"Comment", "c"}, {"Usage", "Known"}})
+        SetTextAt(results, place, text);
+    results.SetDetectionResult(QVector<DetectionResult>(100, result));
     return FileHandling().ExportFrequencyStoreList(csv, path, results);
 }
 
@@ -275,26 +280,24 @@ TEST_P(SavingHere, AFileThatCannotBeReplacedIsWrittenInPlace)
     if (geteuid() != 0)
         GTEST_SKIP() << "root alone has rights to lay down";
     const QByteArray expected = whole();
-    const QByteArray folder = QFile::encodeName(path("")), file = QFile::encodeName(target());
-    constexpr std::pair<const char*, mode_t> hindrances[] = {{"folder", 0555}, {"sticky", 01777}, {"mount", 0777}};
-    for (const auto& [hindrance, mode] : hindrances) {
+    constexpr std::tuple<bool, mode_t, const char*> hindrances[] = {
+        {false, 0555, "No file can be made in"}, {false, 01777, "It cannot be replaced"}, {true, 0777, "It cannot be"}};
+    for (const auto& [isMounted, mode, hindrance] : hindrances) {
         for (const QByteArray& old : {QByteArray("old"), QByteArray(1 << 20, 'x')}) {
             SCOPED_TRACE(hindrance);
             write(GetParam().file, old);
             const ino_t before = stateOf(target()).st_ino;
-            chmod(file, 0666);
-            isMountPoint = hindrance == QByteArray("mount");
-            chmod(folder, mode);
+            chmod(QFile::encodeName(target()), 0666);
+            isMountPoint = isMounted;
             {
-                const Unprivileged user;
+                const Unprivileged user(path(""), mode);
                 reserveError = ENOSPC;
-                expectRefused(target(), "No space left on device");
+                expectRefused(target(), QString("No space left on device (") + hindrance);
                 EXPECT_EQ(content(), old);
                 reserveError = old == "old" ? EOPNOTSUPP : 0; // which not every file system can
                 EXPECT_TRUE(save(target()));
                 reserveError = 0;
             }
-            chmod(folder, 0755);
             isMountPoint = false;
             EXPECT_EQ(content(), expected);
             EXPECT_EQ(stateOf(target()).st_ino, before);
@@ -314,12 +317,10 @@ TEST_P(Saving, WhereNoFileCanBeNoneIsMade)
 TEST_P(SavingHere, AFolderThatMayNotBeWrittenLeavesTheFileAsItWas)
 {
     write(GetParam().file, "precious");
-    chmod(QFile::encodeName(path("")), 0555);
     {
-        const Unprivileged user;
+        const Unprivileged user(path(""), 0555);
         expectRefused(target());
     }
-    chmod(QFile::encodeName(path("")), 0755);
     EXPECT_EQ(content(), "precious");
 }
 
@@ -331,13 +332,17 @@ TEST_P(Saving, LinksStayAndTheirTargetIsReplaced)
     link(QByteArray("../behind-") + GetParam().file, path("real/inner/") + GetParam().file);
     link(QByteArray("folder/") + GetParam().file, target());
     const QString behind = "real/behind-" + QString(GetParam().file);
-    for (const QByteArray& before : {QByteArray(), QByteArray("old")}) {
-        if (!before.isEmpty())
-            write(behind, before);
+    const QByteArray other = QFile::encodeName(path("real/other"));
+    for (const bool isThere : {false, true}) {
+        if (isThere) {
+            write(behind, "old");
+            ASSERT_EQ(::link(QFile::encodeName(path(behind)), other), 0);
+        }
         EXPECT_TRUE(save(target()));
         EXPECT_EQ(read(behind), expected);
         EXPECT_TRUE(S_ISREG(stateOf(path(behind)).st_mode));
     }
+    EXPECT_EQ(read("real/other"), "old") << "another file takes the place of the old one";
     for (const QString& each : {target(), path("real/inner/") + GetParam().file, path("folder")})
         EXPECT_TRUE(S_ISLNK(stateOf(each).st_mode)) << qPrintable(each);
 
@@ -402,19 +407,21 @@ TEST_P(SavingHere, RightsOfAGroupThatCannotBeKeptAreDropped)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "root alone has rights to lay down";
-    write(GetParam().file, "old");
-    ASSERT_EQ(chown(QFile::encodeName(target()), 12, 34), 0);
-    chmod(QFile::encodeName(path("")), 0777);
-    chmod(QFile::encodeName(target()), 0666);
-    {
-        const Unprivileged user;
-        EXPECT_TRUE(save(target()));
+    for (const gid_t group : {34u, getegid()}) { // a foreign one, and one of the process
+        const bool isKept = group == getegid();
+        write(GetParam().file, "old");
+        ASSERT_EQ(chown(QFile::encodeName(target()), 12, group), 0);
+        chmod(QFile::encodeName(target()), 0666);
+        {
+            const Unprivileged user(path(""), 0777);
+            EXPECT_TRUE(save(target()));
+        }
+        const struct stat state = stateOf(target());
+        EXPECT_NE(state.st_uid, 12u);
+        EXPECT_EQ(state.st_gid == group, isKept);
+        EXPECT_EQ(state.st_mode & 07777, isKept ? 0666u : 0606u);
+        EXPECT_GT(state.st_size, 3);
     }
-    const struct stat state = stateOf(target());
-    EXPECT_NE(state.st_uid, 12u);
-    EXPECT_NE(state.st_gid, 34u);
-    EXPECT_EQ(state.st_mode & 07777, 0606u);
-    EXPECT_GT(state.st_size, 3);
 }
 
 namespace {
@@ -471,13 +478,11 @@ using SavingNewFiles = ExchangeTest;
 
 TEST_F(SavingNewFiles, NamesTheFolderThatRefusesThem)
 {
-    chmod(QFile::encodeName(path("")), 0555);
     QString reason;
     {
-        const Unprivileged user;
+        const Unprivileged user(path(""), 0555);
         EXPECT_EQ(SaveFile(path("new"), "content", reason), SaveResult::NotOpened);
     }
-    chmod(QFile::encodeName(path("")), 0755);
     EXPECT_EQ(reason, "No file can be made in '" + QDir(path("")).path() + "': Permission denied");
 }
 
@@ -485,7 +490,7 @@ using SavingLongDocuments = ExchangeTest;
 
 TEST_F(SavingLongDocuments, WritesWhatOneWrittenAtOnceHolds)
 {
-    const FrequencyStoreList list = sampleList(5000);
+    const FrequencyStoreList list = sampleList(6000);
     QByteArray document("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
     ASSERT_TRUE(list.ITallyObject::AppendXml(document, true));
     ASSERT_GT(document.size(), 1 << 20);
@@ -500,7 +505,7 @@ TEST_F(SavingLongDocuments, WritesWhatOneWrittenAtOnceHolds)
 TEST_F(SavingLongDocuments, LeavesTheFileAsItWasIfTheEndCannotBeWritten)
 {
     write("list.xml", "precious");
-    FrequencyStoreList list = sampleList(5000);
+    FrequencyStoreList list = sampleList(6000);
     list.GetFrequencyStoreEntry().last().SetComment(QString(QChar(1)));
     EXPECT_FALSE(list.SaveXml(path("list.xml")));
     EXPECT_EQ(read("list.xml"), "precious");

@@ -7,33 +7,27 @@
 #include <QTimeZone>
 
 #include <algorithm>
+#include <functional>
 
 using namespace Velmara;
 
 namespace {
 
-struct Setting
-{
-    QDataStream::Version version;
-    QDataStream::ByteOrder order;
-    QDataStream::FloatingPointPrecision precision;
+using Setting = std::function<void(QDataStream&)>;
 
-    void applyTo(QDataStream& stream) const
-    {
-        stream.setVersion(version);
-        stream.setByteOrder(order);
-        stream.setFloatingPointPrecision(precision);
-    }
-};
-
-QVector<Setting> settings()
+/// Runs a test with streams of every setting.
+template <class Test> void withSettings(Test test)
 {
-    QVector<Setting> all;
     for (const auto version : {QDataStream::Qt_4_6, QDataStream::Qt_5_0, QDataStream::Qt_5_2, QDataStream::Qt_5_15})
         for (const auto order : {QDataStream::BigEndian, QDataStream::LittleEndian})
-            for (const auto precision : {QDataStream::SinglePrecision, QDataStream::DoublePrecision})
-                all.append({version, order, precision});
-    return all;
+            for (const auto precision : {QDataStream::SinglePrecision, QDataStream::DoublePrecision}) {
+                SCOPED_TRACE(testing::Message() << "version " << version << ", order " << order);
+                test([=](QDataStream& stream) {
+                    stream.setVersion(version);
+                    stream.setByteOrder(order);
+                    stream.setFloatingPointPrecision(precision);
+                });
+            }
 }
 
 /// A device that has room for so many bytes.
@@ -50,15 +44,39 @@ private:
     qint64 m_room;
 };
 
-template <class Write> QByteArray written(const Setting& setting, Write write)
+/// Memory that holds other bits than it is given.
+class Inverter : public QBuffer
+{
+public:
+    static QByteArray inverted(const char* data, qint64 size)
+    {
+        QByteArray bytes(data, int(qMax<qint64>(0, size)));
+        std::transform(bytes.begin(), bytes.end(), bytes.begin(), [](char c) { return ~c; });
+        return bytes;
+    }
+
+protected:
+    qint64 readData(char* data, qint64 size) override
+    {
+        const qint64 count = QBuffer::readData(data, size);
+        const QByteArray bytes = inverted(data, count);
+        std::copy(bytes.begin(), bytes.end(), data);
+        return count;
+    }
+    qint64 writeData(const char* data, qint64 size) override { return QBuffer::writeData(inverted(data, size), size); }
+};
+
+template <class Write> QByteArray written(const Setting& apply, Write write)
 {
     return bytesOf([&](QDataStream& stream) {
-        setting.applyTo(stream);
+        apply(stream);
         write(stream);
     });
 }
 
-Station station(const QDateTime& time)
+const QDateTime noon({2024, 2, 29}, {12, 0}, Qt::UTC);
+
+Station station(const QDateTime& time = noon)
 {
     Station s;
     s.SetStationID(-7);
@@ -72,26 +90,25 @@ Station station(const QDateTime& time)
 }
 
 /// What becomes of a time on a stream of older version, which knows no offsets.
-QDateTime carried(const Setting& setting, const QDateTime& time)
+QDateTime carried(const Setting& apply, const QDateTime& time)
 {
-    QDataStream stream(written(setting, [&](QDataStream& out) { out << time; }));
-    setting.applyTo(stream);
+    QDataStream stream(written(apply, [&](QDataStream& out) { out << time; }));
+    apply(stream);
     QDateTime read;
     stream >> read;
     return read;
 }
 
 /// Reads two packed stations, one behind the other, and what follows them.
-void expectTwo(QDataStream& stream, const Setting& setting, const Station& expected)
+void expectTwo(QDataStream&& stream, const Setting& apply, const Station& expected)
 {
-    setting.applyTo(stream);
+    apply(stream);
     Station first, second;
     quint16 behind = 0;
     first.SetVersionSpecificBinaryWithoutValidation(stream);
     second.SetVersionSpecificBinaryWithoutValidation(stream);
     stream >> behind;
-    EXPECT_TRUE(first == expected);
-    EXPECT_TRUE(second == expected);
+    EXPECT_TRUE(first == expected && second == expected);
     EXPECT_EQ(behind, 0x1234);
     EXPECT_EQ(stream.status(), QDataStream::Ok);
 }
@@ -102,73 +119,62 @@ TEST(Streams, HoldWhatTheStreamItselfWouldWrite)
 {
     const QDateTime utc({2024, 2, 29}, {23, 59, 58, 7}, Qt::UTC);
     for (const QDateTime& time : {utc, utc.toLocalTime(), utc.toOffsetFromUtc(3600), QDateTime()}) {
+        SCOPED_TRACE(time.toString(Qt::ISODate).toStdString());
         const Station s = station(time);
-        for (const Setting& setting : settings()) {
-            SCOPED_TRACE(testing::Message() << time.toString(Qt::ISODate).toStdString() << ", version "
-                                            << setting.version << ", order " << setting.order);
-            const QByteArray packed = written(setting, [&](QDataStream& stream) {
+        withSettings([&](const Setting& apply) {
+            const QByteArray two = written(apply, [&](QDataStream& stream) {
                 s.GetVersionSpecificBinaryWithoutValidation(stream);
                 s.GetVersionSpecificBinaryWithoutValidation(stream);
                 stream << quint16(0x1234);
             });
-            EXPECT_EQ(packed, written(setting, [&](QDataStream& stream) {
+            EXPECT_EQ(two, written(apply, [&](QDataStream& stream) {
                           for (int i = 0; i < 2; ++i)
                               stream << quint8(0xbf) << Station::schemaVersion() << qint64(-7) << true << time << 10.25
                                      << -3.5 << s.GetName() << QString("");
                           stream << quint16(0x1234);
                       }));
 
-            QDataStream memory(packed);
-            const Station expected = station(carried(setting, time));
-            expectTwo(memory, setting, expected);
+            const Station expected = station(carried(apply, time));
             QTemporaryFile file;
-            ASSERT_TRUE(file.open());
-            file.write(packed);
-            file.seek(0);
-            QDataStream fromFile(&file);
-            expectTwo(fromFile, setting, expected);
-            Pipe pipe(packed);
-            QDataStream fromPipe(&pipe);
-            expectTwo(fromPipe, setting, expected);
+            ASSERT_TRUE(file.open() && file.write(two) == two.size() && file.seek(0));
+            Pipe pipe(two);
+            expectTwo(QDataStream(two), apply, expected);
+            expectTwo(QDataStream(&file), apply, expected);
+            expectTwo(QDataStream(&pipe), apply, expected);
 
-            const QByteArray frame
-                = written(setting, [&](QDataStream& stream) { EXPECT_TRUE(s.GetBinary(stream, 7, true)); });
-            QDataStream tagged(frame);
-            setting.applyTo(tagged);
+            QDataStream tagged(written(apply, [&](QDataStream& out) { EXPECT_TRUE(s.GetBinary(out, 7, true)); }));
+            apply(tagged);
             qint32 tag = 0, length = 0;
             tagged >> tag >> length;
-            EXPECT_EQ(length, frame.size() - 8);
+            EXPECT_EQ(length, tagged.device()->bytesAvailable());
             Station read;
             read.SetBinary(tagged, length);
             EXPECT_EQ(xml(read), xml(s));
-        }
+        });
     }
 }
 
 TEST(Streams, HoldDateTimesWithoutAValueAsTheyAreAndGiveNull)
 {
-    const QDateTime invalid[] = {QDateTime(QDate(), QTime(), Qt::UTC), QDateTime(QDate(), {1, 2}, Qt::UTC),
-                                 QDateTime(QDate(), {1, 2}), QDateTime(QDate(), {1, 2}, Qt::OffsetFromUTC, 60)};
-    for (const QDateTime& time : invalid) {
-        for (const Setting& setting : settings()) {
-            Detection detection;
+    for (const QDateTime& time : {QDateTime(QDate(), QTime(), Qt::UTC), QDateTime(QDate(), {1, 2}, Qt::UTC),
+                                  QDateTime(QDate(), {1, 2}), QDateTime(QDate(), {1, 2}, Qt::OffsetFromUTC, 60)}) {
+        withSettings([&](const Setting& apply) {
+            Detection detection, read;
             detection.SetStartTime(time);
             const QByteArray bytes = written(
-                setting, [&](QDataStream& stream) { detection.GetVersionSpecificBinaryWithoutValidation(stream); });
-            EXPECT_EQ(bytes, written(setting, [&](QDataStream& stream) { stream << quint8(1) << time; }));
+                apply, [&](QDataStream& stream) { detection.GetVersionSpecificBinaryWithoutValidation(stream); });
+            EXPECT_EQ(bytes, written(apply, [&](QDataStream& stream) { stream << quint8(1) << time; }));
             QDataStream stream(bytes);
-            setting.applyTo(stream);
-            Detection read;
+            apply(stream);
             read.SetVersionSpecificBinaryWithoutValidation(stream);
-            EXPECT_TRUE(read.IsStartTimeSet());
-            EXPECT_TRUE(read.GetStartTime().isNull());
-        }
+            EXPECT_TRUE(read.IsStartTimeSet() && read.GetStartTime().isNull());
+        });
     }
 }
 
 TEST(Streams, AReadCountsItsOwnFailuresAlone)
 {
-    const Station s = station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
+    const Station s = station();
     const QByteArray frame = s.GetBinaryRepresentationAsQByteArray(), body = packed(s);
     Pipe pipe(frame + frame + s.GetCompressedBinaryRepresentationAsQByteArray() + body);
     QDataStream memory(frame + frame), piped(&pipe);
@@ -201,13 +207,12 @@ TEST(Streams, AFieldThatIsCutShortIsALengthError)
 
 TEST(Streams, EndOrFailAsTheyAre)
 {
-    const QByteArray whole = packed(station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC)));
+    const QByteArray whole = packed(station());
     for (int size = 0; size < whole.size(); ++size) {
         Station fromMemory, fromPipe;
-        QDataStream memory(whole.left(size));
-        fromMemory.SetVersionSpecificBinaryWithoutValidation(memory);
         Pipe pipe(whole.left(size));
-        QDataStream stream(&pipe);
+        QDataStream memory(whole.left(size)), stream(&pipe);
+        fromMemory.SetVersionSpecificBinaryWithoutValidation(memory);
         fromPipe.SetVersionSpecificBinaryWithoutValidation(stream);
         EXPECT_NE(memory.status(), QDataStream::Ok) << size;
         EXPECT_EQ(memory.status(), stream.status()) << size;
@@ -219,7 +224,7 @@ TEST(Streams, EndOrFailAsTheyAre)
 
 TEST(Streams, WriteWhereTheyStand)
 {
-    const Station s = station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
+    const Station s = station();
     const QByteArray form = packed(s);
     for (const int place : {0, 2, 4}) {
         QByteArray bytes("abcd");
@@ -237,36 +242,13 @@ TEST(Streams, WriteWhereTheyStand)
 
 TEST(Streams, LeaveADeviceThatIsMoreThanMemoryItsOwnWay)
 {
-    class Inverter : public QBuffer
-    {
-    protected:
-        qint64 readData(char* data, qint64 size) override
-        {
-            const qint64 count = QBuffer::readData(data, size);
-            invert(data, count);
-            return count;
-        }
-        qint64 writeData(const char* data, qint64 size) override
-        {
-            QByteArray bytes(data, int(size));
-            invert(bytes.data(), size);
-            return QBuffer::writeData(bytes.constData(), size);
-        }
-
-    private:
-        static void invert(char* data, qint64 size)
-        {
-            std::transform(data, data + qMax<qint64>(0, size), data, [](char c) { return ~c; });
-        }
-    };
-    const Station s = station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
+    const Station s = station();
     Inverter inverter;
     ASSERT_TRUE(inverter.open(QIODevice::ReadWrite));
     QDataStream stream(&inverter);
     s.GetVersionSpecificBinaryWithoutValidation(stream);
-    QByteArray form = packed(s);
-    std::transform(form.begin(), form.end(), form.begin(), [](char c) { return ~c; });
-    EXPECT_EQ(inverter.data(), form);
+    const QByteArray form = packed(s);
+    EXPECT_EQ(inverter.data(), Inverter::inverted(form.constData(), form.size()));
     inverter.seek(0);
     Station read;
     read.SetVersionSpecificBinaryWithoutValidation(stream);
@@ -297,7 +279,7 @@ TEST(Streams, AreAsTheyWereIfNothingIsWritten)
 
 TEST(Streams, ADeviceThatTakesNotAllIsNoticed)
 {
-    const Station whole = station(QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC));
+    const Station whole = station();
     const int size = tagged(whole).size();
     for (const int room : {0, 1, size - 1, size}) {
         Vessel vessel(room);

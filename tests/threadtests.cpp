@@ -1,10 +1,8 @@
 /// What may be done from several threads at once. A program of its own, for the ThreadSanitizer to watch.
 
 #include "base/readfile.h"
-#include "base/savefile.h"
-#include "recordfixture.h"
-
-#include <QTemporaryDir>
+#include "exchangefixture.h"
+#include "recorder.h"
 
 #include <thread>
 
@@ -28,39 +26,29 @@ template <class Action> void inThreads(Action action)
         thread.join();
 }
 
-class Recorder : public Logger
-{
-public:
-    void Log(const QString&) override {}
-};
-
 /// Reads each member of a tree, which makes what is not there.
 template <class R> void readAll(const R& record);
 struct ReadAll
 {
+    int& unset;
+
     template <class T> void operator()(const Member&, const T& field) const
     {
         if constexpr (IsRecord<T>)
             readAll(field);
         else
-            m_read += bytesOf([&](QDataStream& out) {
-                          if constexpr (IsEnum<T>)
-                              out << qint8(field);
-                          else
-                              out << field;
-                      }).size();
+            unset += field == T();
     }
     template <IsRecord T> void operator()(const Member&, const QVector<T>& list) const
     {
         for (const T& item : list)
             readAll(item);
     }
-    int& m_read;
 };
 template <class R> void readAll(const R& record)
 {
-    int read = 0;
-    visit(std::as_const(Record<R>::ownData(record)), ReadAll{read});
+    int unset = 0;
+    visit(std::as_const(Record<R>::ownData(record)), ReadAll{unset});
 }
 
 /// Everything one does with a list.

@@ -1,29 +1,21 @@
 #pragma once
 
+#include "../exchangefixture.h"
+#include "../recorder.h"
 #include "base/exceptions.h"
-#include "base/logger.h"
 #include "base/tallyobject.h"
 
-#include <QDataStream>
-#include <QStringList>
 #include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 
-#include <ostream>
-
-inline void PrintTo(const QString& text, std::ostream* out)
-{
-    *out << (text.isNull() ? "null" : '"' + text.toStdString() + '"');
-}
-
-/// The least that can stand for a record: two texts and a list, one of the texts with a limit.
+/// An object of another maker, which inherits what records do in ways of their own: two texts, of which one has a
+/// limit, and a list.
 class Note : public TALLYFORM::ITallyObject
 {
 public:
     explicit Note(qint64 id = 0xE7F53C68)
     {
-        m_id = id;
-        SetObjectName(QStringLiteral("Note"));
+        m_id = quint32(id);
+        SetObjectName("Note");
     }
     Note(const QString& title, const QString& body, const QStringList& lines = {}) : Note()
     {
@@ -47,56 +39,43 @@ public:
         if (!HasData())
             return;
         writer.writeStartElement(GetObjectName());
-        writer.writeTextElement(QStringLiteral("Title"), m_title);
-        writer.writeTextElement(QStringLiteral("Body"), m_body);
+        writer.writeTextElement("Title", m_title);
+        writer.writeTextElement("Body", m_body);
         for (const QString& line : m_lines)
-            writer.writeTextElement(QStringLiteral("Line"), line);
+            writer.writeTextElement("Line", line);
         writer.writeEndElement();
     }
-    bool GetBinary(QDataStream& stream, int tag, bool writeTag) const override
+    bool GetBinary(QDataStream& stream, int tag, bool) const override
     {
-        if (!HasData())
-            return false;
-        QByteArray body;
-        QDataStream fields(&body, QIODevice::WriteOnly);
-        fields << m_title << m_body << m_lines;
-        if (writeTag)
-            stream << tag;
-        stream << body; // a count and the bytes
-        return true;
+        if (HasData())
+            stream << tag << bytesOf([this](QDataStream& fields) { fields << m_title << m_body << m_lines; });
+        return HasData();
     }
     void SetBinary(QDataStream& stream, int length) override
     {
         QByteArray body(qBound(0, length, 4096), '\0');
         if (length != stream.readRawData(body.data(), body.size()))
-            throw TALLYFORM::BinaryParsingException(QStringLiteral("cut short"));
+            throw TALLYFORM::BinaryParsingException("cut short");
         QStringList lines;
         QDataStream fields(body);
         fields >> m_title >> m_body >> lines;
         m_lines += lines;
     }
 
-    QString m_title;
-    QString m_body;
+    QString m_title, m_body;
     QStringList m_lines;
 
 protected:
     void ProcessXmlStartElement(QXmlStreamReader& reader) override
     {
-        if (reader.name() == QLatin1String("Title"))
+        if (reader.name() == "Title")
             m_title = GetTextValue(reader);
-        else if (reader.name() == QLatin1String("Line"))
+        else if (reader.name() == "Line")
             m_lines += GetTextValue(reader);
-        else if (reader.name() == QLatin1String("Body"))
-            setBody(GetTextValue(reader));
-    }
-
-private:
-    void setBody(const QString& body)
-    {
-        if (GetValidate() && body.size() > 20)
-            throw TALLYFORM::OutOfRangeException(QStringLiteral("Body is too long"));
-        m_body = body;
+        else if (reader.name() == "Body")
+            m_body = GetTextValue(reader);
+        if (GetValidate() && m_body.size() > 20)
+            throw TALLYFORM::OutOfRangeException("Body is too long");
     }
 };
 
@@ -106,17 +85,4 @@ inline bool operator==(const Note& a, const Note& b)
 }
 
 /// A note with everything in it that a format might trip over.
-inline Note sampleNote()
-{
-    return Note(QStringLiteral("<a & b> \u00e4"), QStringLiteral("two\nlines"),
-                {QStringLiteral("1"), QStringLiteral("")});
-}
-
-/// Keeps what it is told.
-class Memory : public TALLYFORM::Logger
-{
-public:
-    void Log(const QString& message) override { m_messages += message; }
-
-    QStringList m_messages;
-};
+inline Note sampleNote() { return Note(QString::fromUtf8("<a & b> \u00e4"), "two\nlines", {"1", ""}); }

@@ -1,8 +1,5 @@
 #include "note.h"
 
-#include <QBuffer>
-#include <gtest/gtest.h>
-
 using namespace TALLYFORM;
 
 TEST(RepresentationTest, StartsWithTheTag)
@@ -19,9 +16,10 @@ TEST(RepresentationTest, StreamsHoldOneObjectBehindTheOtherInAnyByteOrder)
         buffer.open(QIODevice::ReadWrite);
         QDataStream stream(&buffer);
         stream.setByteOrder(order);
-        sampleNote().GetBinaryRepresentation(stream);
-        sampleNote().GetCompressedBinaryRepresentation(stream);
-        sampleNote().GetBinaryRepresentation(stream);
+        EXPECT_TRUE(sampleNote().GetBinaryRepresentation(stream));
+        EXPECT_TRUE(sampleNote().GetCompressedBinaryRepresentation(stream));
+        EXPECT_TRUE(sampleNote().GetBinaryRepresentation(stream));
+        EXPECT_FALSE(Note().GetBinaryRepresentation(stream)) << "nothing to write";
         buffer.seek(0);
         for (int i = 0; i < 3; ++i) {
             Note read;
@@ -34,25 +32,33 @@ TEST(RepresentationTest, StreamsHoldOneObjectBehindTheOtherInAnyByteOrder)
     EXPECT_FALSE(Note().SetBinaryRepresentation(none));
 }
 
+TEST(RepresentationTest, AStreamThatTakesNothingIsNoticed)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::ReadOnly);
+    QDataStream plain(&buffer), compressed(&buffer);
+    EXPECT_FALSE(sampleNote().GetBinaryRepresentation(plain));
+    EXPECT_FALSE(sampleNote().GetCompressedBinaryRepresentation(compressed));
+}
+
 TEST(RepresentationTest, ForeignBytesAreRefused)
 {
     const QByteArray compressed = sampleNote().GetCompressedBinaryRepresentationAsQByteArray();
-    QByteArray liar = compressed;
+    QByteArray liar = compressed, understated = compressed;
     liar.replace(0, 4, QByteArray("\x7F\xFF\xFF\x00", 4)); // announces two gigabytes
-    QByteArray understated = compressed;
     understated[3] = char(understated[3] - 1);
-    const QByteArray foreign[] = {QByteArray(),
-                                  QByteArray("\xE7"),
-                                  QByteArray("\xE7\xF5\x3C\x68"),
-                                  QByteArray("<Note/>"),
+    const QByteArray foreign[] = {"",
+                                  "\xE7",
+                                  "\xE7\xF5\x3C\x68",
+                                  "<Note/>",
+                                  "\xFF\xFF\xFF\xFFx",
+                                  QByteArray(8, '\0'),
                                   liar,
                                   understated,
-                                  compressed.left(compressed.size() - 5),
+                                  compressed.chopped(5),
                                   compressed.left(5),
-                                  qCompress(QByteArray("plain text")),
-                                  Note(1).GetBinaryRepresentationAsQByteArray(),
-                                  QByteArray(8, '\0'),
-                                  QByteArray("\xFF\xFF\xFF\xFFx")};
+                                  qCompress("plain text"),
+                                  Note(1).GetBinaryRepresentationAsQByteArray()};
     for (const QByteArray& bytes : foreign) {
         Note note;
         EXPECT_FALSE(note.SetBinaryRepresentation(bytes)) << bytes.toHex().toStdString();
@@ -73,19 +79,16 @@ TEST(RepresentationTest, BrokenFramesThrow)
 
 TEST(MergeTest, TakesOverWhatTheOtherHolds)
 {
-    Note note(QStringLiteral("old"), QString(), {QStringLiteral("0")});
+    Note note("old", QString(), {"0"});
     EXPECT_TRUE(note.MergeTallyObject(sampleNote()));
-    EXPECT_EQ(note.m_body, sampleNote().m_body);
-    EXPECT_EQ(note.m_lines, QStringList{QStringLiteral("0")} + sampleNote().m_lines);
     EXPECT_TRUE(note.MergeTallyObject(Note())) << "nothing to take over";
-    EXPECT_EQ(note.m_title, sampleNote().m_title);
+    EXPECT_EQ(note, Note(sampleNote().m_title, sampleNote().m_body, QStringList{"0"} + sampleNote().m_lines));
 }
 
 TEST(MergeTest, RefusesAnotherClass)
 {
-    Note other(1);
-    other.m_title = QStringLiteral("t");
-    Note note;
+    Note other(1), note;
+    other.m_title = "t";
     EXPECT_FALSE(note.MergeTallyObject(other));
     EXPECT_EQ(note, Note());
 }
