@@ -4,6 +4,7 @@
 #include "goldencases.h"
 
 #include <QDebug>
+#include <QRegularExpression>
 
 using namespace Velmara;
 using namespace TALLYFORM;

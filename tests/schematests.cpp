@@ -5,6 +5,7 @@
 #include "goldencases.h"
 
 #include <QDir>
+#include <QMap>
 #include <QProcess>
 #include <QSet>
 
