@@ -56,8 +56,9 @@ private:
     template <class R> void set(R&, const Member& m, double& value)
     {
         const double scale = std::pow(10., m.precision);
-        const double bound = m.isBounded ? m.upper : 4e9 / (m.precision > 2 ? 1e6 : 1);
-        value = std::round(std::uniform_real_distribution<double>(-bound, bound)(m_random) * scale) / scale;
+        const double free = 4e9 / (m.precision > 2 ? 1e6 : 1);
+        const double lower = m.isBounded ? m.lower : -free, upper = m.isBounded ? m.upper : free;
+        value = std::round(std::uniform_real_distribution<double>(lower, upper)(m_random) * scale) / scale;
     }
     template <class R> void set(R&, const Member&, int& value) { value = below(1 << 30) - (1 << 29); }
     template <class R> void set(R&, const Member&, unsigned int& value) { value = unsigned(below(1 << 30)); }
