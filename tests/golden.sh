@@ -9,6 +9,6 @@ printed=$("${@:2}")
 if [ -n "${VELMARA_ACCEPT:-}" ]; then
     printf '%s\n' "$printed" >"$file"
 elif ! diff -u "$file" - <<<"$printed"; then
-    echo "If that is meant, run this test again with VELMARA_ACCEPT=1."
+    echo "If that is meant: ./dev accept"
     exit 1
 fi

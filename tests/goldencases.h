@@ -20,7 +20,7 @@ template <class Tell> void expectGolden(const QString& name, Tell tell)
     const QString known = fixture(name);
     const std::string told = tell(known).toStdString();
     if (!qEnvironmentVariableIsSet("VELMARA_ACCEPT")) {
-        EXPECT_EQ(known.toStdString(), told) << "If that is meant, run this test again with VELMARA_ACCEPT=1.";
+        EXPECT_EQ(known.toStdString(), told) << "If that is meant: ./dev accept";
         return;
     }
     QFile file(VELMARA_FIXTURES "/" + name);

@@ -39,6 +39,6 @@ done <"$page" >"$scratch/page"
 if [ -n "${VELMARA_ACCEPT:-}" ]; then
     cp "$scratch/page" "$page"
 elif ! diff -u "$page" "$scratch/page"; then
-    echo "If that is meant, run this test again with VELMARA_ACCEPT=1."
+    echo "If that is meant: ./dev accept"
     exit 1
 fi

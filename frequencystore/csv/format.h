@@ -32,7 +32,7 @@ enum class CellKind { Number, Text, Time };
 
 /// One column: the value of a record of class R that its cells hold, and how. Cells are "---" for a value that is not
 /// set, and such a cell leaves it unset, unless the column is refined:
-///     COLUMN("Alarm", Detail, Alarm, YesNo).filled().neededIf(hasAlarm)
+///     VELMARA_COLUMN("Alarm", Detail, Alarm, YesNo).filled().neededIf(hasAlarm)
 template <class R> struct Column
 {
     using Test = bool (*)(const R&);
@@ -61,7 +61,8 @@ template <class R> struct Column
     {
         return remarked("always read").with(&Column::isFilled, true).with(&Column::isAlwaysRead, true);
     }
-    /// Records for which the test fails have no cell there, and if all of them have none, the file has no such column.
+    /// Records for which the test fails have no cell there. A file has the column if any of its records needs it, or if
+    /// it has no records.
     Column neededIf(Test test) const { return with(&Column::isNeeded, test); }
     /// A reader of its own, and which cells of a file it passes over.
     Column readBy(Reader reader, Test passedOver) const

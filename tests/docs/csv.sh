@@ -18,7 +18,7 @@ grep '^## ' "$scratch/columns" | while read -r _ type; do
     if [ -n "${VELMARA_ACCEPT:-}" ]; then
         cp "$scratch/page" "$page"
     elif ! diff -u "$page" "$scratch/page"; then
-        echo "If that is meant: VELMARA_ACCEPT=1 ctest --preset release -R docs.csv"
+        echo "If that is meant: ./dev accept"
         exit 1
     fi
 done

@@ -31,6 +31,6 @@ awk '
 if [ -n "${VELMARA_ACCEPT:-}" ]; then
     cp "$scratch/guide" "$guide"
 elif ! diff -u "$guide" "$scratch/guide"; then
-    echo "If that is meant: VELMARA_ACCEPT=1 ctest --preset release -R docs.guide"
+    echo "If that is meant: ./dev accept"
     exit 1
 fi
