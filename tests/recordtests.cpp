@@ -96,6 +96,7 @@ TEST(Accessors, FollowTheChoice)
     const Choice& choice = settings.GetChoiceDemodulator_Settings();
     settings.GetMorse_Settings();
     EXPECT_EQ(choice, Choice::Morse_Settings);
+    EXPECT_TRUE(settings.AnyData()) << "though the alternative is empty";
     EXPECT_EQ(settings.ChoiceDemodulator_SettingsToName(choice), "Morse_Settings");
     EXPECT_TRUE(settings.ChoiceDemodulator_SettingsToName(Choice(77)).isNull());
     settings.ResetChoiceDemodulator_Settings();
