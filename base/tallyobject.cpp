@@ -1,6 +1,7 @@
 #include "base/tallyobject.h"
 
 #include "base/exceptions.h"
+#include "base/xmlpull.h"
 
 #include <QDataStream>
 #include <QXmlStreamReader>
@@ -63,6 +64,8 @@ void ITallyObject::ProcessXml(QXmlStreamReader& reader)
 }
 
 void ITallyObject::ProcessXmlStartElement(QXmlStreamReader&) {}
+
+void ITallyObject::ReadElement(XmlPull& document) { ProcessXml(document.reader()); }
 
 QString ITallyObject::FindUncarried(WrittenForm) const { return {}; }
 

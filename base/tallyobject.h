@@ -25,6 +25,7 @@ class QXmlStreamWriter;
 namespace TALLYFORM {
 
 class Logger;
+class XmlPull;
 
 /// The forms that write values as texts.
 enum class WrittenForm { Xml, Tagged };
@@ -198,6 +199,8 @@ public:
     virtual QString FindUncarried(WrittenForm form) const;
     /// All faults that the content has, each at the member where it is; Check throws for the first.
     virtual QVector<Fault> FindFaults() const;
+    /// Reads the element on whose start a document stands, up to its end, as ProcessXml does. Throws what it throws.
+    virtual void ReadElement(XmlPull& document);
 
 private:
     /// What most objects do without or share with a whole tree, so that objects are small.

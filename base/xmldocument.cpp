@@ -1,3 +1,4 @@
+#include "base/plainpull.h"
 #include "base/report.h"
 #include "base/savefile.h"
 #include "base/tallyobject.h"
@@ -8,6 +9,8 @@
 #include <QTextCodec>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
+
+#include <cstring>
 
 namespace TALLYFORM {
 
@@ -22,25 +25,64 @@ InputPlace placeIn(const QString& source, const QXmlStreamReader& reader)
     return {.source = source, .line = reader.lineNumber(), .column = reader.columnNumber()};
 }
 
-/// Finds the root element, and gives the name of one that is another object's.
-QString findRoot(QXmlStreamReader& reader, const QString& name)
+template <class From> QXmlStreamReader& restart(std::optional<QXmlStreamReader>& reader, From from)
 {
-    while (!reader.atEnd() && reader.readNext() != QXmlStreamReader::StartElement) {
-        if (reader.tokenType() == QXmlStreamReader::DTD) // its entities let a small document grow without bound
-            reader.raiseError(QStringLiteral("A document type definition is not accepted."));
-    }
-    if (reader.hasError() || reader.name() == name)
-        return {};
-    QString root = reader.name().toString();
-    reader.raiseError(QStringLiteral("The root element is '%1', not '%2'.").arg(root, name));
-    return root;
+    reader.emplace(from);
+    reader->setNamespaceProcessing(false); // there are none, and to look them up may take long
+    return *reader;
 }
 
-void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& source)
+class TextInput final : public XmlInput
+{
+public:
+    explicit TextInput(const QString& text) : m_text(text) {}
+
+    int read(char* to, int size) override
+    {
+        constexpr int longestUnit = 3; // for a pair of surrogates takes four bytes
+        QStringView piece = QStringView(m_text).mid(m_at, size / longestUnit);
+        if (!piece.isEmpty() && piece.back().isHighSurrogate())
+            piece = piece.chopped(1);
+        m_at += piece.size();
+        const QByteArray bytes = piece.toUtf8();
+        std::memcpy(to, bytes.constData(), std::size_t(bytes.size()));
+        return bytes.size();
+    }
+    QXmlStreamReader& restart() override { return TALLYFORM::restart(m_reader, m_text); }
+
+private:
+    const QString m_text;
+    qsizetype m_at = 0;
+    std::optional<QXmlStreamReader> m_reader;
+};
+
+class FileInput final : public XmlInput
+{
+public:
+    explicit FileInput(QFile& file) : m_file(file), m_start(file.pos()) { m_document.emplace(file); }
+
+    XmlFile& document() { return *m_document; }
+    int read(char* to, int size) override { return int(m_document->read(to, size)); }
+    QXmlStreamReader& restart() override
+    {
+        m_file.seek(m_start);
+        m_document.emplace(m_file);
+        return TALLYFORM::restart(m_reader, &*m_document);
+    }
+
+private:
+    QFile& m_file;
+    const qint64 m_start;
+    std::optional<XmlFile> m_document;
+    std::optional<QXmlStreamReader> m_reader;
+};
+
+void readRoot(ITallyObject& object, XmlPull& document, const QString& source)
 {
     try {
-        object.ProcessXml(reader);
+        object.ReadElement(document);
     } catch (TallyFormException& failure) {
+        const QXmlStreamReader& reader = document.reader();
         if (reader.hasError()) // what is missing is missing because the document breaks off
             return;
         failure.GetFault().place = placeIn(source, reader);
@@ -50,18 +92,24 @@ void readRoot(ITallyObject& object, QXmlStreamReader& reader, const QString& sou
 }
 
 /// Throws Refusal for a document that is not well-formed or is another object's, unless `reason` tells more.
-template <class Reason> void parse(ITallyObject& object, QXmlStreamReader& reader, const QString& source, Reason reason)
+template <class Reason> void parse(ITallyObject& object, XmlPull& document, const QString& source, Reason reason)
 {
-    reader.setNamespaceProcessing(false); // there are none, and to look them up may take long
-    const QString otherRoot = findRoot(reader, object.GetObjectName());
-    if (!reader.hasError())
-        readRoot(object, reader, source);
-    while (!reader.atEnd())
-        reader.readNext();
+    const QString name = object.GetObjectName();
+    QString otherRoot;
+    if (document.next() == XmlPull::Tag::Start) {
+        const QString root = QString::fromUtf8(document.name().data(), int(document.name().size()));
+        if (root == name) {
+            readRoot(object, document, source);
+        } else {
+            otherRoot = root;
+            document.reader().raiseError(QStringLiteral("The root element is '%1', not '%2'.").arg(root, name));
+        }
+    }
+    while (document.next() != XmlPull::Tag::None) {}
     if (!reason().isNull())
         throw Refusal({source}, reason(), Kind::Unreadable);
-    if (reader.hasError())
-        throw Refusal(placeIn(source, reader), reader.errorString(),
+    if (document.hasError())
+        throw Refusal(placeIn(source, document.reader()), document.reader().errorString(),
                       otherRoot.isNull() ? Kind::Damaged : Kind::OtherObject, otherRoot);
 }
 
@@ -73,14 +121,21 @@ void readText(ITallyObject& object, const QString& text, const QString& source)
     search.pass(text);
     if (search.hasFound())
         throw Refusal({source}, CrowdedTagSearch::reason(), Kind::Unreadable);
-    QXmlStreamReader reader(text);
-    parse(object, reader, source, [] { return QString(); });
+    TextInput input(text);
+    PlainPull document(input);
+    parse(object, document, source, [] { return QString(); });
 }
 
-void readUtf8(ITallyObject& object, XmlFile& file, const QString& source)
+void readUtf8(ITallyObject& object, FileInput& input, bool isReadOnce, const QString& source)
 {
-    QXmlStreamReader reader(&file);
-    parse(object, reader, source, [&] { return file.reason(); });
+    const auto reason = [&] { return input.document().reason(); };
+    if (isReadOnce) {
+        std::optional<QXmlStreamReader> reader;
+        QtPull document(restart(reader, &input.document()));
+        return parse(object, document, source, reason);
+    }
+    PlainPull document(input);
+    parse(object, document, source, reason);
 }
 
 /// Whether the text gives the document back, less a byte order mark: not every codec tells what it could not decode.
@@ -153,9 +208,11 @@ void ITallyObject::ReadXml(QFile& file)
     });
     if (!file.isReadable())
         throw Refusal({file.fileName()}, QStringLiteral("Not open for reading."), Kind::Unreadable);
-    XmlFile document(file);
-    document.foreignCodec() ? readForeign(*this, document, file.fileName())
-                            : readUtf8(*this, document, file.fileName());
+    FileInput input(file);
+    if (input.document().foreignCodec())
+        readForeign(*this, input.document(), file.fileName());
+    else
+        readUtf8(*this, input, file.isSequential(), file.fileName());
 }
 
 bool ITallyObject::AppendXml(QByteArray& document, bool isIndented, const ByteSink&) const

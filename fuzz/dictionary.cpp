@@ -36,6 +36,9 @@ QByteArray dictionary()
     Words words;
     for (const RecordDescription* record : RecordDescriptions())
         addWords(*record, words);
+    for (const char* markup :
+         {"<!--", "-->", "<![CDATA[", "]]>", "<?", "?>", "&amp;", "&#65;", "/>", "</", "=\"", "\r\n"})
+        words.insert(markup);
     words.erase(QByteArray()); // the version of those without one
     QByteArray text;
     for (const QByteArray& word : words)

@@ -81,6 +81,7 @@ void addDocument(const Seeds& seeds, const QFileInfo& file)
         const QString name = file.baseName() + (isValidating ? "" : ".unvalidated");
         seeds.addRecord(name, subject);
         seeds.add("xml", name + ".document", choiceOf(subject) + '\0' + document);
+        seeds.add("documents", name, "seed" + QByteArray(1, char(isValidating)) + document);
     }
 }
 
@@ -100,6 +101,11 @@ template <class R> void addRandom(const Seeds& seeds)
     const R record = RandomFiller(subject.of.id).setEverything().template make<R>();
     read(subject, Form::Packed, packed(record));
     seeds.addRecord(R::className, subject);
+    if constexpr (std::is_same_v<R, FrequencyStoreEntry>) {
+        FrequencyStoreList list;
+        list.SetFrequencyStoreEntry({record});
+        seeds.add("documents", R::className, "seed\1" + list.GetXmlString().toUtf8());
+    }
 }
 
 template <class... R> void addAllRandom(const Seeds& seeds, RecordTypes<R...>) { (addRandom<R>(seeds), ...); }

@@ -140,13 +140,23 @@ template <class R> bool Record<R>::prepareNames()
     }                                                                                                                  \
     void R::ProcessXml(QXmlStreamReader& reader)                                                                       \
     {                                                                                                                  \
+        TALLYFORM::QtPull document(reader);                                                                            \
         kernel::Record<R>::propagate(*this);                                                                           \
-        kernel::Record<R>::readXml(*this, reader);                                                                     \
+        kernel::Record<R>::readXml(*this, document);                                                                   \
+    }                                                                                                                  \
+    void R::ReadElement(TALLYFORM::XmlPull& document)                                                                  \
+    {                                                                                                                  \
+        if (!kernel::Record<R>::isItself(*this))                                                                       \
+            return ITallyObject::ReadElement(document);                                                                \
+        kernel::Record<R>::propagate(*this);                                                                           \
+        kernel::Record<R>::readXml(*this, document);                                                                   \
     }                                                                                                                  \
     void R::ProcessXmlStartElement(QXmlStreamReader& reader)                                                           \
     {                                                                                                                  \
-        if constexpr (!kernel::has<kernel::contents, kernel::Record<R>::DataOf<R>>)                                    \
-            kernel::Record<R>::readElement(*this, reader);                                                             \
+        if constexpr (!kernel::has<kernel::contents, kernel::Record<R>::DataOf<R>>) {                                  \
+            TALLYFORM::QtPull document(reader);                                                                        \
+            kernel::Record<R>::readElement(*this, document);                                                           \
+        }                                                                                                              \
     }                                                                                                                  \
     bool R::GetBinary(QDataStream& stream, int tag, bool writeTag) const                                               \
     {                                                                                                                  \

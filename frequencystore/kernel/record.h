@@ -57,9 +57,10 @@ template <class R> struct Record
     static QVector<TALLYFORM::Fault> findFaults(const R& r);
     static void writeXmlTree(const R& r, XmlSink& sink);
     static void writeXml(const R& r, XmlSink& sink);
-    static void readXml(R& r, QXmlStreamReader& reader);
-    static void readElements(R& r, QXmlStreamReader& reader);
-    static int readElement(R& r, QXmlStreamReader& reader);
+    static void readXml(R& r, TALLYFORM::XmlPull& in);
+    static void readElements(R& r, TALLYFORM::XmlPull& in);
+    static int readElement(R& r, TALLYFORM::XmlPull& in);
+    static bool isNamed(const R& r, std::string_view element);
     static bool writeTaggedTree(const R& r, QDataStream& stream, quint32 tag, bool writeTag);
     static void writeTagged(const R& r, BinarySink& out, quint32 tag, bool writeTag);
     static void readTagged(R& r, BinarySource& in, int length);

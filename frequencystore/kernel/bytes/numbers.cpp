@@ -120,7 +120,11 @@ namespace {
 constexpr qsizetype modestLength = 40;
 
 QString toQString(QStringView text) { return text.toString(); }
-QString toQString(std::string_view utf8) { return QString::fromUtf8(utf8.data(), int(utf8.size())); }
+/// No number begins with a byte order mark, which QString::fromUtf8 would take off.
+QString toQString(std::string_view utf8)
+{
+    return utf8.starts_with(byteOrderMark) ? QString() : QString::fromUtf8(utf8.data(), int(utf8.size()));
+}
 
 /// A text of modest length as ASCII, in which other characters are such as no number has; empty for a longer one.
 class Ascii

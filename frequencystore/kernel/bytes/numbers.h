@@ -29,6 +29,9 @@ template <class Put> QString numberText(Put&& put)
     return QString::fromLatin1(text, int(put(text) - text));
 }
 
+/// As UTF-8 has it.
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 /// As the member functions of QString, base 10. Bytes are UTF-8, and a zero byte does not end them. What is no number,
 /// or none of the type, gives false and 0; a double that is too large gives false and infinity.
 VELMARA_EXPORT double toDouble(QStringView text, bool* isNumber = nullptr);

@@ -158,7 +158,10 @@ private:
             value = T(wide);
         } else {
             QByteArray room;
-            parse(m_self, m, m_in.bytes(room), value);
+            std::string_view text = m_in.bytes(room);
+            if (!std::is_same_v<T, QString> && text.starts_with(byteOrderMark)) // only a text may begin with one
+                text.remove_prefix(byteOrderMark.size());
+            parse(m_self, m, text, value);
         }
         return value;
     }

@@ -16,6 +16,14 @@ QLatin1String textUpTo(const char* end, const TextBuffer& buffer)
     return QLatin1String(buffer.data(), int(end - buffer.data()));
 }
 
+/// In whatever case; that of other letters than those of ASCII is not regarded.
+bool isFalse(std::string_view text)
+{
+    constexpr std::string_view word = "false";
+    return std::equal(text.begin(), text.end(), word.begin(), word.end(),
+                      [](char c, char lower) { return c == lower || c == lower - 'a' + 'A'; });
+}
+
 } // namespace
 
 QLatin1String toText(const Member& m, double value, TextBuffer& buffer)
@@ -53,34 +61,30 @@ QLatin1String toText(const Member&, const QDateTime& value, TextBuffer& buffer)
     return end == buffer.data() ? QLatin1String() : textUpTo(end, buffer);
 }
 
-void parse(const ITallyObject&, const Member&, QStringView text, double& value) { value = toDouble(text); }
-void parse(const ITallyObject&, const Member&, QStringView text, int& value) { value = toInt(text); }
+void parse(const ITallyObject&, const Member&, std::string_view utf8, double& value) { value = toDouble(utf8); }
+void parse(const ITallyObject&, const Member&, std::string_view utf8, int& value) { value = toInt(utf8); }
 
 /// Negative texts and those beyond an int behave as in a signed member, for the same documents were written by those.
-void parse(const ITallyObject&, const Member&, QStringView text, unsigned int& value)
+void parse(const ITallyObject&, const Member&, std::string_view utf8, unsigned int& value)
 {
-    value = static_cast<unsigned int>(toInt(text));
+    value = static_cast<unsigned int>(toInt(utf8));
 }
 
-void parse(const ITallyObject&, const Member&, QStringView text, quint64& value)
+void parse(const ITallyObject&, const Member&, std::string_view utf8, quint64& value)
 {
-    value = static_cast<quint64>(toLongLong(text));
+    value = static_cast<quint64>(toLongLong(utf8));
 }
 
-void parse(const ITallyObject&, const Member&, QStringView text, QDateTime& value)
+void parse(const ITallyObject&, const Member&, std::string_view utf8, QDateTime& value)
 {
-    value = Converters::ToDateTime(text);
+    constexpr int length = Converters::TextLength;
+    value = utf8.size() == length ? Converters::ToDateTime(utf8.data(), length) : QDateTime();
 }
 
-void parse(const ITallyObject&, const Member&, QStringView text, QString& value)
+void parse(const ITallyObject& self, const Member& m, std::string_view utf8, bool& value)
 {
-    value = text.isEmpty() ? QLatin1String("") : text.toString();
-}
-
-void parse(const ITallyObject& self, const Member& m, QStringView text, bool& value)
-{
-    if (!text.isEmpty()) {
-        value = text != QLatin1String("0") && text.toString().toLower() != QLatin1String("false");
+    if (!utf8.empty()) {
+        value = utf8 != "0" && !isFalse(utf8);
         return;
     }
     if (m.blank == Member::Blank::Refused && self.GetValidate())
@@ -90,38 +94,12 @@ void parse(const ITallyObject& self, const Member& m, QStringView text, bool& va
     value = m.blank == Member::Blank::True;
 }
 
-namespace {
-
-/// Unlike QString::fromUtf8, which takes a byte order mark off the front of any text.
-QString decoded(std::string_view utf8)
-{
-    const QString text = QString::fromUtf8(utf8.data(), int(utf8.size()));
-    return utf8.starts_with("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
-}
-
-} // namespace
-
-ElementText widened(std::string_view utf8)
-{
-    ElementText text(int(utf8.size()));
-    QChar* to = text.data();
-    for (const char c : utf8) {
-        if (c & 0x80) {
-            const QString decoded = QString::fromUtf8(utf8.data(), int(utf8.size()));
-            text.clear();
-            text.append(decoded.constData(), decoded.size());
-            break;
-        }
-        *to++ = QLatin1Char(c);
-    }
-    return text;
-}
-
-void parse(const ITallyObject&, const Member&, std::string_view utf8, double& value) { value = toDouble(utf8); }
-
+/// Unlike QString::fromUtf8 it keeps a byte order mark at the front.
 void parse(const ITallyObject&, const Member&, std::string_view utf8, QString& value)
 {
-    value = utf8.empty() ? QLatin1String("") : decoded(utf8);
+    value = utf8.empty() ? QLatin1String("") : QString::fromUtf8(utf8.data(), int(utf8.size()));
+    if (utf8.starts_with(byteOrderMark))
+        value.prepend(QChar(QChar::ByteOrderMark));
 }
 
 } // namespace Velmara::kernel

@@ -11,7 +11,6 @@
 
 namespace Velmara::kernel {
 
-using TALLYFORM::ElementText;
 using TextBuffer = std::array<char, maxNumberLength>;
 
 /// The text of a value. What is made of a number is ASCII in the buffer; null for a date-time that has no text.
@@ -25,39 +24,18 @@ inline const QString& toText(const Member&, const QString& value, TextBuffer&) {
 template <IsEnum E> const QString& toText(const Member& m, E value, TextBuffer&) { return m.nameAt(int(value)); }
 
 /// A text that is no number gives 0.
-void parse(const ITallyObject& self, const Member& m, QStringView text, double& value);
-void parse(const ITallyObject& self, const Member& m, QStringView text, int& value);
-void parse(const ITallyObject& self, const Member& m, QStringView text, unsigned int& value);
-void parse(const ITallyObject& self, const Member& m, QStringView text, quint64& value);
-/// Throws InvalidXmlException for an empty text that has no meaning to the member, under validation.
-void parse(const ITallyObject& self, const Member& m, QStringView text, bool& value);
-void parse(const ITallyObject& self, const Member& m, QStringView text, QDateTime& value);
-/// A member that stands in the input has a value: an empty text is never null.
-void parse(const ITallyObject& self, const Member& m, QStringView text, QString& value);
-template <IsEnum E> void parse(const ITallyObject&, const Member& m, QStringView text, E& value)
-{
-    value = E(m.valueOf(text));
-}
-
-/// A text of UTF-8 as one of UTF-16, without a string on the heap.
-ElementText widened(std::string_view utf8);
-
-/// The same for texts of UTF-8.
 void parse(const ITallyObject& self, const Member& m, std::string_view utf8, double& value);
+void parse(const ITallyObject& self, const Member& m, std::string_view utf8, int& value);
+void parse(const ITallyObject& self, const Member& m, std::string_view utf8, unsigned int& value);
+void parse(const ITallyObject& self, const Member& m, std::string_view utf8, quint64& value);
+/// Throws InvalidXmlException for an empty text that has no meaning to the member, under validation.
+void parse(const ITallyObject& self, const Member& m, std::string_view utf8, bool& value);
+void parse(const ITallyObject& self, const Member& m, std::string_view utf8, QDateTime& value);
+/// A member that stands in the input has a value: an empty text is never null.
 void parse(const ITallyObject& self, const Member& m, std::string_view utf8, QString& value);
-template <class T> void parse(const ITallyObject& self, const Member& m, std::string_view utf8, T& value)
+template <IsEnum E> void parse(const ITallyObject&, const Member& m, std::string_view utf8, E& value)
 {
-    const ElementText text = widened(utf8);
-    parse(self, m, QStringView(text.constData(), text.size()), value);
-}
-
-/// Reads a member from its text, with the validation of its setter.
-template <IsValue T>
-void assignText(const ITallyObject& self, RecordData& data, const Member& m, T& field, QStringView text)
-{
-    T value;
-    parse(self, m, text, value);
-    assign(self, data, m, field, value);
+    value = E(m.valueOf(QLatin1String(utf8.data(), int(utf8.size()))));
 }
 
 /// Whether a member of this type is written, in every form.

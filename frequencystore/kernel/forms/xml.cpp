@@ -13,22 +13,33 @@ void refuseChild(const ITallyObject& self, const Member& m)
         Fault::Kind::Incomplete, m.accessor);
 }
 
-void refuseUnknown(const ITallyObject& self, const QXmlStreamReader& reader)
+QString versionIn(XmlPull& in, const QString& expected)
 {
-    const QString name = reader.name().toString();
+    const auto version = in.attribute("Version");
+    if (!version)
+        return QStringLiteral("");
+    const QString text = QString::fromUtf8(version->data(), int(version->size()));
+    return text == expected ? expected : text; // shared by all records of the document
+}
+
+void refuseUnknown(const ITallyObject& self, std::string_view element)
+{
+    const QString name = QString::fromUtf8(element.data(), int(element.size()));
     throw InvalidXmlException(QStringLiteral("Unknown Tag '%1' in '%2'.").arg(name, self.GetObjectName()),
                               Fault::Kind::Unknown, name);
 }
 
-int skipElement(QXmlStreamReader& reader)
+int skipElement(XmlPull& in)
 {
-    const QString name = reader.name().toString();
-    int open = 1;
-    do {
-        reader.readNext();
-        open += reader.isStartElement() - reader.isEndElement();
-    } while (!reader.atEnd() && reader.name() != name);
-    return open;
+    const std::string name(in.name());
+    for (int open = 1;;) {
+        const XmlPull::Tag tag = in.next();
+        if (tag == XmlPull::Tag::None)
+            return open;
+        open += tag == XmlPull::Tag::Start ? 1 : -1;
+        if (in.name() == name)
+            return open;
+    }
 }
 
 } // namespace Velmara::kernel

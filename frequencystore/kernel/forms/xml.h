@@ -2,16 +2,15 @@
 
 /// The XML form.
 
+#include "base/xmlpull.h"
 #include "frequencystore/kernel/bytes/xmlsink.h"
 #include "frequencystore/kernel/forms/carriage.h"
 #include "frequencystore/kernel/forms/text.h"
 #include "frequencystore/kernel/model/lifecycle.h"
 
-#include <QXmlStreamReader>
-
 namespace Velmara::kernel {
 
-using TALLYFORM::ReadElementText;
+using TALLYFORM::XmlPull;
 
 [[noreturn]] void refuseChild(const ITallyObject& self, const Member& m);
 
@@ -90,13 +89,13 @@ private:
 class XmlReader
 {
 public:
-    XmlReader(const ITallyObject& self, RecordData& data, QXmlStreamReader& in) : m_self(self), m_data(data), m_in(in)
-    {}
+    XmlReader(const ITallyObject& self, RecordData& data, XmlPull& in) : m_self(self), m_data(data), m_in(in) {}
 
     template <IsValue T> void operator()(const Member& m, T& field) const
     {
-        ElementText text;
-        assignText(m_self, m_data, m, field, ReadElementText(m_in, text));
+        T value;
+        get(m, value);
+        assign(m_self, m_data, m, field, value);
     }
 
     template <IsRecord T> void operator()(const Member& m, T& child) const
@@ -110,34 +109,42 @@ public:
     template <class T> void operator()(const Member& m, QVector<T>& list) const
     {
         grow(m_self, m_data, m, list, [&](T& item) {
-            if constexpr (IsRecord<T>) {
+            if constexpr (IsRecord<T>)
                 Record<T>::readXml(item, m_in);
-            } else {
-                ElementText text;
-                parse(m_self, m, ReadElementText(m_in, text), item);
-            }
+            else
+                get(m, item);
         });
     }
 
 private:
+    void get(const Member&, QString& value) const { value = m_in.elementString(); }
+    template <class T> void get(const Member& m, T& value) const { parse(m_self, m, m_in.elementText(), value); }
+
     const ITallyObject& m_self;
     RecordData& m_data;
-    QXmlStreamReader& m_in;
+    XmlPull& m_in;
 };
+
+inline std::string_view textOf(QLatin1String ascii) { return {ascii.data(), std::size_t(ascii.size())}; }
 
 /// Whether an element is that of a member. A child goes by the name of the object that is held.
 struct IsNamed
 {
-    const QStringRef name;
+    const std::string_view name;
 
-    template <class T> bool operator()(const Member& m, const T&) const { return m.name == name; }
-    template <IsRecord T> bool operator()(const Member&, const T& child) const { return child.GetObjectName() == name; }
+    template <class T> bool operator()(const Member& m, const T&) const { return textOf(m.name) == name; }
+    template <IsRecord T> bool operator()(const Member&, const T& child) const
+    {
+        return Record<T>::isNamed(child, name);
+    }
 };
 
-[[noreturn]] void refuseUnknown(const ITallyObject& self, const QXmlStreamReader& reader);
-/// Passes over the element that the reader stands on, up to the next token of its name. Gives how many elements stay
-/// open, that on whose start the reader then stands among them.
-int skipElement(QXmlStreamReader& reader);
+/// The schema version that the element tells; empty if it tells none.
+QString versionIn(XmlPull& in, const QString& expected);
+[[noreturn]] void refuseUnknown(const ITallyObject& self, std::string_view element);
+/// Passes over the element on whose start a document stands, up to the next tag of its name. Gives how many elements
+/// stay open, that on whose start it then stands among them.
+int skipElement(XmlPull& in);
 
 template <class R> void Record<R>::writeXmlTree(const R& r, XmlSink& sink)
 {
@@ -162,57 +169,62 @@ template <class R> void Record<R>::writeXml(const R& r, XmlSink& sink)
     sink.endElement(r.GetObjectName());
 }
 
-template <class R> void readAttributes(R& r, const QXmlStreamAttributes& given)
+template <class R> bool Record<R>::isNamed(const R& r, std::string_view element)
+{
+    if (r.HasOwnName())
+        return r.GetObjectName() == QString::fromUtf8(element.data(), int(element.size()));
+    return element == R::element;
+}
+
+template <class R> void readAttributes(R& r, XmlPull& in)
 {
     auto& data = Record<R>::ownData(r);
     visit<attributes>(data, [&]<IsValue T>(const Member& m, T& field) {
-        if (given.hasAttribute(m.name))
-            assignText(r, data, m, field, given.value(m.name));
+        if (const auto text = in.attribute(textOf(m.name))) {
+            T value;
+            parse(r, m, *text, value);
+            assign(r, data, m, field, value);
+        }
     });
 }
 
-template <class R> void Record<R>::readXml(R& r, QXmlStreamReader& reader)
+template <class R> void Record<R>::readXml(R& r, XmlPull& in)
 {
     auto& data = ownData(r);
-    if constexpr (IsVersioned<R>) {
-        const auto attributes = reader.attributes();
-        const QStringRef version = attributes.value(QLatin1String("Version"));
-        upgrade(r, version == R::schemaVersion() ? R::schemaVersion() : QLatin1String("") + version);
-    }
+    if constexpr (IsVersioned<R>)
+        upgrade(r, versionIn(in, R::schemaVersion()));
     if constexpr (has<attributes, DataOf<R>>)
-        readAttributes(r, reader.attributes());
+        readAttributes(r, in);
     if constexpr (has<contents, DataOf<R>>)
-        visit<contents>(data, XmlReader(r, data, reader));
+        visit<contents>(data, XmlReader(r, data, in));
     else if (isItself(r))
-        readElements(r, reader);
+        readElements(r, in);
     else
-        r.ITallyObject::ProcessXml(reader);
+        r.ITallyObject::ProcessXml(in.reader());
 }
 
 /// Reads all child elements, and the end of the element itself. One that is passed over may end early, and one that is
 /// left alone has not ended: what is in them is read as if it stood here.
-template <class R> void Record<R>::readElements(R& r, QXmlStreamReader& reader)
+template <class R> void Record<R>::readElements(R& r, XmlPull& in)
 {
-    int open = 1;
-    while (open > 0 && !reader.atEnd()) {
-        reader.readNext();
-        if (reader.isStartElement())
-            open += readElement(r, reader);
-        else if (reader.isEndElement())
-            --open;
+    for (int open = 1; open > 0;) {
+        const XmlPull::Tag tag = in.next();
+        if (tag == XmlPull::Tag::None)
+            return;
+        open += tag == XmlPull::Tag::Start ? readElement(r, in) : -1;
     }
 }
 
 /// Gives how many elements it leaves open.
-template <class R> int Record<R>::readElement(R& r, QXmlStreamReader& reader)
+template <class R> int Record<R>::readElement(R& r, XmlPull& in)
 {
     auto& data = ownData(r);
-    if (visitFirst(data, IsNamed{reader.name()}, XmlReader(r, data, reader)))
+    if (visitFirst(data, IsNamed{in.name()}, XmlReader(r, data, in)))
         return 0;
     if (isOlder(r))
-        return skipElement(reader);
+        return skipElement(in);
     if (r.GetValidate())
-        refuseUnknown(r, reader);
+        refuseUnknown(r, in.name());
     return 1;
 }
 

@@ -23,12 +23,14 @@ const QString& Member::nameAt(int value) const
     return value >= 0 && value < list.size() ? list.at(value) : none;
 }
 
-int Member::valueOf(QStringView text) const
+template <class Text> static int placeOf(Text text, const QStringList& list)
 {
-    const QStringList& list = names();
     const auto name = std::find(list.begin(), list.end(), text);
     return name == list.end() ? -1 : int(name - list.begin());
 }
+
+int Member::valueOf(QStringView text) const { return placeOf(text, names()); }
+int Member::valueOf(QLatin1String text) const { return placeOf(text, names()); }
 
 QStringList translated(const QStringList& names)
 {

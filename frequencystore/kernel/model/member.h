@@ -97,8 +97,11 @@ struct Member
     }
 
     VELMARA_EXPORT const QString& nameAt(int value) const; ///< null beyond the list
-    VELMARA_EXPORT int valueOf(QStringView text) const;    ///< the place of a name, -1 for an unknown one
-    QString field() const;                                 ///< "m_latitude", as messages show it
+    ///@{
+    VELMARA_EXPORT int valueOf(QStringView text) const; ///< the place of a name, -1 for an unknown one
+    VELMARA_EXPORT int valueOf(QLatin1String text) const;
+    ///@}
+    QString field() const; ///< "m_latitude", as messages show it
 };
 
 /// A group of members of which one at a time is the chosen one.

@@ -65,6 +65,7 @@ public:                                                                         
     QVector<TALLYFORM::Fault> FindFaults() const override;                                                             \
     /** Reads the element on whose start the reader stands over what the record holds; throws as setters do. */        \
     void ProcessXml(QXmlStreamReader& reader) override;                                                                \
+    void ReadElement(TALLYFORM::XmlPull& document) override;                                                           \
     /** Writes the tagged form, on a device that can seek; false if nothing was written. Throws as GetXml does. */     \
     bool GetBinary(QDataStream& stream, int tag, bool writeTag) const override;                                        \
     /** Reads a body of the tagged form; throws BinaryParsingException if its length is wrong, and as setters do. */   \
@@ -81,6 +82,7 @@ protected:                                                                      
 private:                                                                                                               \
     friend ::Velmara::kernel::Record<R>;                                                                               \
     using Self = R;                                                                                                    \
+    static constexpr std::string_view element = ELEMENT;                                                               \
     static const QString& elementName()                                                                                \
     {                                                                                                                  \
         static const QString name = QStringLiteral(ELEMENT);                                                           \
