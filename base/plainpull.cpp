@@ -119,22 +119,7 @@ std::string_view PlainPull::elementText() { return completes(&PlainPull::parseTe
 
 QString PlainPull::elementString()
 {
-    constexpr std::size_t shortText = 24;
-    if (!completes(&PlainPull::parseText))
-        return qt().elementString();
-    if (m_text.empty())
-        return QStringLiteral("");
-    if (m_text.size() > shortText)
-        return QString::fromUtf8(m_text.data(), int(m_text.size()));
-    const std::size_t place = m_text.size() + 7 * uchar(m_text.front()) + 31 * uchar(m_text.back());
-    QString& recent = m_recent[place % m_recent.size()];
-    if (recent != QLatin1String(m_text.data(), int(m_text.size()))) {
-        QString text = QString::fromUtf8(m_text.data(), int(m_text.size()));
-        if (text.size() != int(m_text.size())) // not ASCII
-            return text;
-        recent = std::move(text);
-    }
-    return recent;
+    return completes(&PlainPull::parseText) ? m_recent.of(m_text) : qt().elementString();
 }
 
 std::optional<std::string_view> PlainPull::attribute(std::string_view name)

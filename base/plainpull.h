@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/recenttexts.h"
 #include "base/xmlpull.h"
 
-#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -83,7 +83,7 @@ private:
     std::string m_decoded;   ///< what the text is a view of if it is not in the window
     std::string m_openNames; ///< of the elements that have not ended, one behind the other
     std::vector<std::size_t> m_openSizes;
-    std::array<QString, 64> m_recent; ///< short texts, which documents repeat
+    RecentTexts m_recent;
 };
 
 } // namespace TALLYFORM

@@ -68,11 +68,11 @@ void CSVFileLoader::load(csv::Lines& lines, QString const& source)
     csv::Loader loader(lines, source, m_lastLine);
     for (const QString& name : loader.columns())
         m_columns.append(CSVColumn(name));
-    QVector<QStringView> cells;
+    std::vector<QStringView> cells;
     while (loader.readRow(m_columns.size())) {
         csv::split(loader.row(), cells);
-        for (int i = 0; i < cells.size(); ++i)
-            m_columns[i].AddValue(cells[i].toString());
+        for (int i = 0; i < m_columns.size(); ++i)
+            m_columns[i].AddValue(cells[size_t(i)].toString());
         m_lines.append(m_lastLine);
     }
 }

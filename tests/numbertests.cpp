@@ -75,6 +75,13 @@ const double edges[] = {0.0,
                         Limits::infinity(),
                         Limits::quiet_NaN()};
 
+template <class Put> QString numberText(Put put)
+{
+    QString text;
+    appendNumber(text, put);
+    return text;
+}
+
 void expectTextsOfQt(double value, std::initializer_list<int> allDecimals)
 {
     for (const int decimals : allDecimals)

@@ -15,6 +15,7 @@ public:
     explicit CellText(QStringView text) : m_text(text) {}
 
     QString text() const { return m_text.toString(); }
+    QStringView name() const { return m_text; }
     double number();
     int integer();
     bool boolean();
@@ -43,7 +44,7 @@ template <class R> struct Column
     QString form;   ///< as the documentation calls it
     CellKind kind;
     Test isSet;
-    QString (*text)(const R&);
+    void (*append)(const R&, QString&);
     Reader read;
 
     bool isFilled = false;

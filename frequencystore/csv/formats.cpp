@@ -44,7 +44,7 @@ void readStop(R& entry, CellText& cell)
 bool isStopPassedOver(const R& entry)
 {
     const Detection& span = Span::of(entry);
-    return span.IsStopTimeSet() && Time::write(span.GetStartTime()).isEmpty();
+    return span.IsStopTimeSet() && Converters::ToString(span.GetStartTime()).isEmpty();
 }
 
 // clang-format off

@@ -10,6 +10,8 @@
 
 namespace Velmara::csv {
 
+using TALLYFORM::Converters;
+
 /// A record to fill, or to look at without giving data to it.
 template <class R> R& untouched(R& record) { return record; }
 template <class R> const R& untouched(const R& record) { return readable(record); }
@@ -35,35 +37,38 @@ struct Whole
     {                                                                                                                  \
         static constexpr const char* name = NAME;                                                                      \
         static constexpr CellKind kind = CellKind::KIND;                                                               \
-        static QString write(const T& value) { return WRITE; }                                                         \
+        static void append(QString& text, const T& value) { WRITE; }                                                   \
         static T read(CellText& cell) { return cell.READ(); }                                                          \
     };
 
-// clang-format off
-VELMARA_FORM(Text,        "text",         Text,   QString,   value,                                      text)
-VELMARA_FORM(TwoDecimals, "two decimals", Number, double,    fixed(value, 2),                            number)
-VELMARA_FORM(SixDecimals, "six decimals", Number, double,    fixed(value, 6),                            number)
-VELMARA_FORM(SixDigits,   "six digits",   Number, double,    general(value),                             number)
-VELMARA_FORM(Integer,     "integer",      Number, int,       QString::number(value),                     integer)
-VELMARA_FORM(YesNo,       "yes or no",    Number, bool,      boolean(value),                             boolean)
-VELMARA_FORM(Time,        "time",         Time,   QDateTime, TALLYFORM::Converters::ToString(value),     time)
+#define VELMARA_NUMBER(PUT) kernel::appendNumber(text, [&value](char* to) { return PUT; })
 
-/// A column of records of class R: its name, and the member of a part whose WRITE gives the cell and whose READ takes it.
+// clang-format off
+VELMARA_FORM(Text,        "text",         Text,   QString,   text += value,                                   text)
+VELMARA_FORM(TwoDecimals, "two decimals", Number, double,    VELMARA_NUMBER(kernel::putFixed(to, value, 2)),  number)
+VELMARA_FORM(SixDecimals, "six decimals", Number, double,    VELMARA_NUMBER(kernel::putFixed(to, value, 6)),  number)
+VELMARA_FORM(SixDigits,   "six digits",   Number, double,    VELMARA_NUMBER(kernel::putGeneral(to, value)),   number)
+VELMARA_FORM(Integer,     "integer",      Number, int,       VELMARA_NUMBER(kernel::putInteger(to, value)),   integer)
+VELMARA_FORM(YesNo,       "yes or no",    Number, bool,      text += wordOf(value),                           boolean)
+VELMARA_FORM(Time,        "time",         Time,   QDateTime, VELMARA_NUMBER(Converters::Put(to, value)),      time)
+
+/// A column of records of class R: its name, and the member of a part whose WRITE appends the cell and whose READ takes
+/// it.
 #define VELMARA_ANY_COLUMN(NAME, PART, MEMBER, FORM, KIND, WRITE, READ)                                                \
     Column<R>{QLatin1String(NAME), PART::path() + QLatin1String(#MEMBER), QLatin1String(FORM), KIND,                   \
               [](const R& record) { return PART::of(record).Is##MEMBER##Set(); },                                      \
-              [](const R& record) -> QString { auto& part = PART::of(record); return WRITE; },                         \
+              [](const R& record, QString& text) { auto& part = PART::of(record); WRITE; },                            \
               [](R& record, CellText& cell) { auto& part = PART::of(record); READ; }}
 /// A column of a value, of the value of a bounded one, and of an enumeration.
 #define VELMARA_COLUMN(NAME, PART, MEMBER, FORM)                                                                       \
-    VELMARA_ANY_COLUMN(NAME, PART, MEMBER, FORM::name, FORM::kind, FORM::write(part.Get##MEMBER()),                    \
+    VELMARA_ANY_COLUMN(NAME, PART, MEMBER, FORM::name, FORM::kind, FORM::append(text, part.Get##MEMBER()),             \
                        part.Set##MEMBER(FORM::read(cell)))
 #define VELMARA_BOUNDED(NAME, PART, MEMBER, FORM)                                                                      \
-    VELMARA_ANY_COLUMN(NAME, PART, MEMBER, FORM::name, FORM::kind, FORM::write(valueOf(part.Get##MEMBER())),           \
+    VELMARA_ANY_COLUMN(NAME, PART, MEMBER, FORM::name, FORM::kind, FORM::append(text, valueOf(part.Get##MEMBER())),    \
                        part.Get##MEMBER().SetValue(FORM::read(cell)))
 #define VELMARA_NAMES(NAME, PART, MEMBER)                                                                              \
-    VELMARA_ANY_COLUMN(NAME, PART, MEMBER, "name", CellKind::Text, part.Get##MEMBER##AsString(),                       \
-                       part.Set##MEMBER(part.NameTo##MEMBER(cell.text())))
+    VELMARA_ANY_COLUMN(NAME, PART, MEMBER, "name", CellKind::Text, text += part.Get##MEMBER##AsString(),               \
+                       part.Set##MEMBER(part.NameTo##MEMBER(cell.name())))
 // clang-format on
 
 } // namespace Velmara::csv

@@ -46,21 +46,21 @@ bool Loader::readRow(int cells)
     throw failure;
 }
 
-void split(QStringView line, QVector<QStringView>& cells)
+void split(QStringView line, std::vector<QStringView>& cells)
 {
     cells.clear();
     const auto endOfCell = [&line](auto start) { return std::find(start, line.end(), separator); };
     auto start = line.begin();
     for (auto end = endOfCell(start); end != line.end(); end = endOfCell(start)) {
-        cells.append(QStringView(start, end));
+        cells.push_back(QStringView(start, end));
         start = end + 1;
     }
-    cells.append(QStringView(start, line.end()));
+    cells.push_back(QStringView(start, line.end()));
 }
 
 QStringList cellsOf(QStringView line)
 {
-    QVector<QStringView> cells;
+    std::vector<QStringView> cells;
     split(line, cells);
     QStringList strings;
     for (const QStringView cell : cells)

@@ -5,7 +5,8 @@
 #include "frequencystore/csv/lines.h"
 
 #include <QStringList>
-#include <QVector>
+
+#include <vector>
 
 namespace Velmara::csv {
 
@@ -34,7 +35,7 @@ private:
 };
 
 /// Splits a line into the views of its cells.
-void split(QStringView line, QVector<QStringView>& cells);
+void split(QStringView line, std::vector<QStringView>& cells);
 /// The cells of a line as strings of their own.
 QStringList cellsOf(QStringView line);
 

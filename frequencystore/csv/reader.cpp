@@ -16,8 +16,8 @@ int CellText::integer() { return kernel::toInt(m_text, &m_isOfForm); }
 
 bool CellText::boolean()
 {
-    const bool isTrue = m_text == csv::boolean(true);
-    m_isOfForm = isTrue || m_text == csv::boolean(false);
+    const bool isTrue = m_text == wordOf(true);
+    m_isOfForm = isTrue || m_text == wordOf(false);
     return isTrue;
 }
 
@@ -125,7 +125,7 @@ void append(FrequencyStoreList& list, Entry&& entry)
 }
 
 /// Reads an entry; if that fails, `place` tells the cell at fault.
-Entry readRow(const QVector<Found>& found, const QVector<QStringView>& cells, const Format<Entry>& format,
+Entry readRow(const QVector<Found>& found, const std::vector<QStringView>& cells, const Format<Entry>& format,
               CsvCell& place, ImportReport& report)
 {
     if (cells[found.first().place].isEmpty()) {
@@ -160,7 +160,7 @@ void read(const Format<Entry>& format, const QString& file, FrequencyStoreList& 
 {
     const Table table = load(file, report);
     const QVector<Found> found = findColumns(table.columns, format, report);
-    QVector<QStringView> cells;
+    std::vector<QStringView> cells;
     for (const Table::Row& row : table.rows) {
         CsvCell place{row.line, {}, {}};
         try {

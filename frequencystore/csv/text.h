@@ -11,18 +11,9 @@ namespace Velmara::csv {
 inline constexpr int maxLineLength = 10240;
 
 /// What stands for an absent item.
-inline QString absent() { return QStringLiteral("---"); }
-inline bool isAbsent(QStringView cell) { return cell.size() == 3 && cell == QLatin1String("---"); }
-inline QString fixed(double value, int decimals = 2)
-{
-    return kernel::numberText([=](char* to) { return kernel::putFixed(to, value, decimals); });
-}
-/// Six significant digits.
-inline QString general(double value)
-{
-    return kernel::numberText([=](char* to) { return kernel::putGeneral(to, value); });
-}
-inline QString boolean(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+inline constexpr QLatin1String absent("---");
+inline bool isAbsent(QStringView cell) { return cell.size() == absent.size() && cell == absent; }
+inline QLatin1String wordOf(bool value) { return QLatin1String(value ? "true" : "false"); }
 
 /// Follows the lines behind the header as they are written, and notes in a report how many they are and what of them a
 /// reader will not get back.

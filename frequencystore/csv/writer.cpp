@@ -24,16 +24,20 @@ public:
 
     void putHeader()
     {
-        for (const Column<R>& column : m_columns)
-            put(column.name);
+        for (const Column<R>& column : m_columns) {
+            m_text += column.name;
+            m_text += separator;
+        }
         endLine();
     }
 
     void put(const R& record)
     {
         const int start = m_text.size();
-        for (const Column<R>& column : m_columns)
-            put(cell(column, record));
+        for (const Column<R>& column : m_columns) {
+            putCell(column, record);
+            m_text += separator;
+        }
         endLine();
         m_watch.endLine(m_text.size() - start - 1);
     }
@@ -42,36 +46,36 @@ public:
     const QString& text() const { return m_text; }
 
 private:
-    void put(const QString& cell)
-    {
-        m_text += cell;
-        m_text += QLatin1Char(';');
-    }
+    static constexpr QChar separator = u';';
 
     void endLine()
     {
         if (!m_format.hasTrailingSeparator)
             m_text.chop(1);
-        m_text += QLatin1Char('\n');
+        m_text += u'\n';
     }
 
-    QString cell(const Column<R>& column, const R& record)
+    void putCell(const Column<R>& column, const R& record)
     {
-        const QString ofUnset = column.isBlank ? QString() : absent();
+        const QLatin1String ofUnset = column.isBlank ? QLatin1String() : absent;
         const bool isSet = column.isSet(record);
-        if (!column.hasCell(record) || !(isSet || column.isFilled))
-            return ofUnset;
-        const QString text = column.text(record);
-        const QString cell = text.isEmpty() && m_format.areEmptyCellsMarked ? absent() : text;
-        if (isSet && column.kind != CellKind::Number) {
-            m_watch.cell(column.name, cell);
-            const bool isReadAsText = column.isAlwaysRead && !text.isEmpty();
-            const bool isNoTime = column.kind == CellKind::Time && text.isEmpty();
-            if ((cell == ofUnset && !isReadAsText) || isNoTime || (column.isPassedOver && column.isPassedOver(record)))
-                m_watch.damage(column.isAlwaysRead ? CsvDamage::ReadAsDashes : CsvDamage::ReadAsUnset, column.name,
-                               cell);
+        if (!column.hasCell(record) || !(isSet || column.isFilled)) {
+            m_text += ofUnset;
+            return;
         }
-        return cell;
+        const int start = m_text.size();
+        column.append(record, m_text);
+        const bool isEmpty = m_text.size() == start;
+        if (isEmpty && m_format.areEmptyCellsMarked)
+            m_text += absent;
+        if (!isSet || column.kind == CellKind::Number)
+            return;
+        const QStringView cell = QStringView(m_text).mid(start);
+        m_watch.cell(column.name, cell);
+        const bool isReadAsText = column.isAlwaysRead && !isEmpty;
+        const bool isNoTime = column.kind == CellKind::Time && isEmpty;
+        if ((cell == ofUnset && !isReadAsText) || isNoTime || (column.isPassedOver && column.isPassedOver(record)))
+            m_watch.damage(column.isAlwaysRead ? CsvDamage::ReadAsDashes : CsvDamage::ReadAsUnset, column.name, cell);
     }
 
     const Format<R>& m_format;

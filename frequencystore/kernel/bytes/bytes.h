@@ -4,6 +4,7 @@
 /// write and read, in its byte order, version and floating-point precision; but memory is faster than a device.
 
 #include "base/readstatus.h"
+#include "base/recenttexts.h"
 #include "frequencystore/kernel/bytes/bytebuffer.h"
 
 #include <QBuffer>
@@ -11,6 +12,7 @@
 #include <QtEndian>
 
 #include <cstring>
+#include <memory>
 #include <string_view>
 #include <type_traits>
 
@@ -121,6 +123,13 @@ public:
     }
     /// The bytes behind a length, where they are or in `room`; valid until the next call.
     std::string_view bytes(QByteArray& room);
+    /// A text of UTF-8, which is shared with those before it that are the same.
+    QString shared(std::string_view utf8)
+    {
+        if (!m_recent)
+            m_recent = std::make_unique<TALLYFORM::RecentTexts>();
+        return m_recent->of(utf8);
+    }
     /// A text that mostly is the expected one, which then is shared.
     QString text(const QString& expected);
     /// Bytes as they are; those that are not there stay as they were.
@@ -180,6 +189,7 @@ private:
     QBuffer* m_buffer = nullptr;
     QByteArray m_bytes;
     int m_at = 0;
+    std::unique_ptr<TALLYFORM::RecentTexts> m_recent;
 };
 
 /// Writes items by a function. Once some are there, room is made for the others, which are likely to be as long: a form

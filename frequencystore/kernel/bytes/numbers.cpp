@@ -123,7 +123,7 @@ QString toQString(QStringView text) { return text.toString(); }
 /// No number begins with a byte order mark, which QString::fromUtf8 would take off.
 QString toQString(std::string_view utf8)
 {
-    return utf8.starts_with(byteOrderMark) ? QString() : QString::fromUtf8(utf8.data(), int(utf8.size()));
+    return hasByteOrderMark(utf8) ? QString() : QString::fromUtf8(utf8.data(), int(utf8.size()));
 }
 
 /// A text of modest length as ASCII, in which other characters are such as no number has; empty for a longer one.
@@ -152,6 +152,33 @@ bool startsWithDigit(std::string_view text)
     return first < text.size() && text[first] >= '0' && text[first] <= '9';
 }
 
+/// The value of at most 15 digits, perhaps with a point among them. A double holds them exactly, as it does the power
+/// of ten, so that the quotient is the nearest one.
+std::optional<double> shortNumber(std::string_view text)
+{
+    constexpr size_t mostDigits = 15;
+    const bool isNegative = text[0] == '-';
+    text.remove_prefix(isNegative);
+    const size_t last = text.size() - 1;
+    if (last > mostDigits)
+        return {};
+    qint64 digits = 0;
+    size_t point = last; // stands for none
+    for (size_t i = 0; i <= last; ++i) {
+        const unsigned digit = unsigned(text[i] - '0');
+        if (digit <= 9)
+            digits = digits * 10 + digit;
+        else if (text[i] == '.' && point == last && i < last)
+            point = i;
+        else
+            return {};
+    }
+    if (digits >= qint64(powersOfTen[mostDigits]))
+        return {};
+    const double value = double(digits) / double(qint64(powersOfTen[last - point]));
+    return isNegative ? -value : value;
+}
+
 /// The value of a number written as programs do it, without blanks, '+' and the like.
 template <class T> std::optional<T> plainNumber(std::string_view text)
 {
@@ -159,6 +186,9 @@ template <class T> std::optional<T> plainNumber(std::string_view text)
     const char* const end = text.data() + text.size();
     if (!startsWithDigit(text))
         return {};
+    if constexpr (std::is_floating_point_v<T>)
+        if (const auto number = shortNumber(text))
+            return number;
     if (const auto read = std::from_chars(text.data(), end, value); read.ptr != end || read.ec != std::errc())
         return {};
     if constexpr (std::is_floating_point_v<T>) {

@@ -22,15 +22,19 @@ VELMARA_EXPORT char* putInteger(char* to, int value);
 VELMARA_EXPORT char* putInteger(char* to, unsigned int value);
 VELMARA_EXPORT char* putInteger(char* to, quint64 value);
 
-/// The text that put(to) writes, for example numberText([=](char* to) { return putFixed(to, value, 2); }).
-template <class Put> QString numberText(Put&& put)
+/// Appends what put(to) writes, for example appendNumber(text, [=](char* to) { return putFixed(to, value, 2); }).
+template <class Put> void appendNumber(QString& text, Put put)
 {
-    char text[maxNumberLength];
-    return QString::fromLatin1(text, int(put(text) - text));
+    char number[maxNumberLength];
+    text += QLatin1String(number, int(put(number) - number));
 }
 
-/// As UTF-8 has it.
+/// In UTF-8.
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+inline bool hasByteOrderMark(std::string_view utf8)
+{
+    return !utf8.empty() && utf8.front() == byteOrderMark.front() && utf8.starts_with(byteOrderMark);
+}
 
 /// As the member functions of QString, base 10. Bytes are UTF-8, and a zero byte does not end them. What is no number,
 /// or none of the type, gives false and 0; a double that is too large gives false and infinity.

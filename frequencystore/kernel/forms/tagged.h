@@ -158,12 +158,23 @@ private:
             value = T(wide);
         } else {
             QByteArray room;
-            std::string_view text = m_in.bytes(room);
-            if (!std::is_same_v<T, QString> && text.starts_with(byteOrderMark)) // only a text may begin with one
-                text.remove_prefix(byteOrderMark.size());
-            parse(m_self, m, text, value);
+            getText(m, m_in.bytes(room), value);
         }
         return value;
+    }
+    /// Only a text may begin with a byte order mark.
+    template <class T> void getText(const Member& m, std::string_view utf8, T& value) const
+    {
+        if (hasByteOrderMark(utf8))
+            utf8.remove_prefix(byteOrderMark.size());
+        parse(m_self, m, utf8, value);
+    }
+    void getText(const Member& m, std::string_view utf8, QString& value) const
+    {
+        if (hasByteOrderMark(utf8))
+            parse(m_self, m, utf8, value);
+        else
+            value = m_in.shared(utf8);
     }
 
     const ITallyObject& m_self;

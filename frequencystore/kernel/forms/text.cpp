@@ -98,7 +98,7 @@ void parse(const ITallyObject& self, const Member& m, std::string_view utf8, boo
 void parse(const ITallyObject&, const Member&, std::string_view utf8, QString& value)
 {
     value = utf8.empty() ? QLatin1String("") : QString::fromUtf8(utf8.data(), int(utf8.size()));
-    if (utf8.starts_with(byteOrderMark))
+    if (hasByteOrderMark(utf8))
         value.prepend(QChar(QChar::ByteOrderMark));
 }
 

@@ -235,11 +235,13 @@ private:                                                                        
     /** What stands for no value. */                                                                                   \
     X GetInvalid##X() const { return X::Invalid; }                                                                     \
     /** The name of the value as the formats have it. */                                                               \
-    QString Get##X##AsString() const { return X##ToName(Get##X()); }                                                   \
+    const QString& Get##X##AsString() const { return X##ToName(Get##X()); }                                            \
     /** The name of a value; null if it has none. */                                                                   \
-    QString X##ToName(const X& value) const { return X##Row::info.nameAt(int(value)); }                                \
+    const QString& X##ToName(const X& value) const { return X##Row::info.nameAt(int(value)); }                         \
     /** The value of that name; Invalid if there is none. */                                                           \
     X NameTo##X(const QString& name) const { return X(X##Row::info.valueOf(name)); }                                   \
+    /** The same for a part of a text. */                                                                              \
+    X NameTo##X(QStringView name) const { return X(X##Row::info.valueOf(name)); }                                      \
     /** The names of all values, in their order. */                                                                    \
     static QStringList Get##X##s() { return namesOf##X(); }                                                            \
     /** The same in the language of the application. */                                                                \
