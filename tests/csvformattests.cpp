@@ -30,10 +30,10 @@ FrequencyStoreList listOf(const Entries& entries)
 /// What an entry must hold to come back whole, whatever the list type.
 Entry plainEntry()
 {
-    const Entries plain = recordsIn<Entry>(
-        "Type='t' FFM_Settings/Frequency='1' FFM_Settings/IFBandwidth='2' Profile_Data/ProfileID='i' "
-        "Profile_Data/SignalClass='c' Profile_Data/TransmissionSystem='s' Profile_Data/ProfileName='n'");
-    return plain.first();
+    Entry entry;
+    setValues(entry, "Type='t' FFM_Settings/Frequency='1' FFM_Settings/IFBandwidth='2' Profile_Data/ProfileID='i' "
+                     "Profile_Data/SignalClass='c' Profile_Data/TransmissionSystem='s' Profile_Data/ProfileName='n'");
+    return entry;
 }
 
 QString told(const ImportReport& report)
@@ -56,18 +56,6 @@ QString told(const ImportReport& report)
         for (const QString& column : columns)
             lines += fault + column;
     return lines.join('\n') + '\n';
-}
-
-/// The same table with its columns in another order, as a program elsewhere may save it.
-QByteArray reordered(const QByteArray& text)
-{
-    QByteArray other = "\xEF\xBB\xBF# a comment; of two parts\r\n";
-    for (const QByteArray& line : text.trimmed().split('\n')) {
-        QList<QByteArray> cells = line.split(';');
-        std::rotate(cells.begin(), cells.begin() + 3, cells.end());
-        other += cells.join(';') + ";more\r\n";
-    }
-    return other;
 }
 
 } // namespace
@@ -106,7 +94,6 @@ protected:
         QString outcome = QString(told(report) + text).replace('\r', "\\r");
         if (entriesOf(list).size() != entries.size())
             return outcome + QString("%1 come back\n").arg(entriesOf(list).size());
-        EXPECT_EQ(packed(imported(reordered(text), type)), packed(list));
         for (int i = 0; i < entries.size(); ++i)
             if (const QString values = valuesOf(entriesOf(list)[i]); values != valuesOf(entries[i]))
                 outcome += QString("%1 comes back as %2\n").arg(QString::number(i + 1), values);
@@ -171,43 +158,36 @@ TEST_F(CsvFormats, LoseOnlyWhatTheirExamplesTell)
 {
     expectRows("csv/losses.txt", [&](const QStringList& given) {
         Entry entry = plainEntry();
+        entry.SetValidate(false);
         SetTextAt(entry, given[1], unescaped(given[2]));
         return fate(entry, given[0], given[1]);
     });
 }
 
-TEST_F(CsvFormats, LoseWhatHasNoTextAndTellThat)
+TEST_F(CsvFormats, LoseTimesThatHaveNoText)
 {
-    const auto beginOf = [](int year) { return QDateTime({year, 1, 1}, {0, 0}, Qt::UTC); };
-    for (const int year : {-1, 1, 9999, 10000, 12345}) {
-        const bool hasText = year > 0 && year < 10000;
-        Entry begun = plainEntry(), ended = plainEntry();
-        begun.GetDetection().SetStartTime(beginOf(year));
-        EXPECT_EQ(fate(begun, "DetectionConventional", "Detection/StartTime"),
-                  hasText ? "carried" : "StartTime ReadAsUnset");
-        begun.GetDetection().SetStopTime(beginOf(2));
-        EXPECT_EQ(fate(begun, "DetectionConventional", "Detection/StopTime"),
-                  hasText ? "carried" : "StartTime ReadAsUnset, StopTime ReadAsUnset");
-        ended.GetDetection().SetStartTime(beginOf(1));
-        ended.GetDetection().SetStopTime(beginOf(year));
-        EXPECT_EQ(fate(ended, "DetectionConventional", "Detection/StopTime"),
-                  hasText ? "carried" : "StopTime ReadAsUnset");
+    const char *const both = "StartTime ReadAsUnset, StopTime ReadAsUnset", *const stopAlone = "StopTime ReadAsUnset";
+    for (const auto& [start, stop, damages] : {std::tuple(1, 9999, "carried"),
+                                               {9999, 1, "carried"},
+                                               {10000, 1, both},
+                                               {-1, 1, both},
+                                               {1, 10000, stopAlone},
+                                               {1, -1, stopAlone}}) {
+        Entry entry = plainEntry();
+        entry.GetDetection().SetStartTime(QDateTime({start, 1, 1}, {0, 0}, Qt::UTC));
+        entry.GetDetection().SetStopTime(QDateTime({stop, 1, 1}, {0, 0}, Qt::UTC));
+        EXPECT_EQ(fate(entry, "DetectionConventional", "Detection/StopTime"), damages);
     }
-    Entry undated = plainEntry(), nameless = plainEntry();
+    Entry undated = plainEntry();
     undated.GetResultList().SetResultTime(QDateTime());
     EXPECT_EQ(fate(undated, "DataResults", "ResultList/ResultTime"), "SignalTime ReadAsUnset");
-    nameless.GetFFM_Settings().SetValidate(false);
-    nameless.GetFFM_Settings().SetAnalogDemod(FFM_Settings::AnalogDemod(99));
-    EXPECT_EQ(fate(nameless, "NotePad", "FFM_Settings/AnalogDemod"), "AnalogDemod ReadAsUnset");
 }
 
 TEST_F(CsvFormats, LoseWhatIsBehindALineThatIsTooLong)
 {
     for (const int length : {10239, 10240, 20000}) {
         Entry first = plainEntry();
-        exported(listOf({first}), ListType::Suppress);
-        const int dashes = 3, others = read("out.csv").split('\n')[1].size() - dashes;
-        first.SetComment(QString(length - others, 'x'));
+        first.SetComment(QString(length - int(strlen("t;;1.00;2.00;")), 'x'));
         const ExportReport report = exported(listOf({first, plainEntry()}), ListType::Suppress);
         const bool areRead = entriesOf(imported(read("out.csv"), ListType::Suppress)).size() == 2;
         EXPECT_EQ(areRead, length < 10240);
@@ -269,18 +249,13 @@ TEST_F(CsvFormats, CarryOfRandomEntriesWhatTheyAreToCarry)
 
 TEST_F(CsvFormats, LeaveTheCallersListsAsTheyWere)
 {
-    RandomFiller filler(11);
     Entry tuned, detailed, directed, resulted; // parts of which are marked and hold nothing
     tuned.GetFFM_Settings();
     detailed.GetFFM_Settings().GetDetail();
     directed.SetDF_Settings(DF_Settings());
     resulted.GetResultList(), resulted.GetDetection(), resulted.GetProfile_Data();
-    Entries entries{Entry(), tuned, detailed, directed, resulted};
-    for (int i = 0; i < 200; ++i)
-        entries += filler.make<Entry>();
-    for (const FrequencyStoreList& list : {listOf(entries), FrequencyStoreList()})
-        for (const QString& type : typeNames.split(' '))
-            exported(list, typeOf(type)); // which compares them
+    for (const QString& type : typeNames.split(' '))
+        exported(listOf({Entry(), tuned, detailed, directed, resulted}), typeOf(type)); // which compares them
     FrequencyStoreListHelper none;
     EXPECT_FALSE(m_files.WriteCSV(path("x.csv"), none).isComplete);
     EXPECT_EQ(stateOf(none), "-");
