@@ -171,7 +171,7 @@ TEST_F(DetectionFiles, TellWhatTheirEntriesDoNotTakeOver)
     EXPECT_EQ(heading.GetChoiceFrequencyStoreEntry(), FrequencyStoreEntry::ChoiceFrequencyStoreEntry::Invalid);
     const DetectionResultList empty;
     EXPECT_FALSE(DetectionResultHelper::Convert(empty, store).isComplete);
-    EXPECT_EQ(stateOf(empty), "-");
+    EXPECT_FALSE(empty.IsInitialized());
 }
 
 TEST_F(DetectionFiles, StandInCsvAsTheirExamplesTell)
