@@ -24,19 +24,21 @@ public:
 
     template <class R> void meddle(R& record)
     {
-        switch (m_filler.below(12)) {
-        case 0: record.SetValidate(m_filler.below(2)); break;
-        case 1: record.SetLogger(m_loggers[m_filler.below(3)]); break;
-        case 2: m_filler.fill(record); break;
-        case 3: record.Reset(); break;
-        case 4: record.ResetToDefault(); break;
-        case 5: record = R(record); break;
-        case 6: attempt([&] { record.SetXmlString(xml(m_filler.make<R>()), false); }); break;
-        case 7: attempt([&] { readTagged(record, tagged(m_filler.make<R>())); }); break;
-        case 8: attempt([&] { xml(record), tagged(record), packed(record); }); break;
-        case 9: pass(std::move(record)); break;
-        default: meddleBelow(record);
-        }
+        try {
+            switch (m_filler.below(12)) {
+            case 0: record.SetValidate(m_filler.below(2)); break;
+            case 1: record.SetLogger(m_loggers[m_filler.below(3)]); break;
+            case 2: m_filler.fill(record); break;
+            case 3: record.Reset(); break;
+            case 4: record.ResetToDefault(); break;
+            case 5: record = R(record); break;
+            case 6: record.SetXmlString(xml(m_filler.make<R>()), false); break;
+            case 7: readTagged(record, tagged(m_filler.make<R>())); break;
+            case 8: xml(record), tagged(record), packed(record); break;
+            case 9: pass(std::move(record)); break;
+            default: meddleBelow(record);
+            }
+        } catch (const TallyException&) {} // it may lack anything by now
     }
 
     template <class T> void operator()(const Member& m, T& field)
@@ -46,12 +48,6 @@ public:
     }
 
 private:
-    template <class Action> static void attempt(Action action)
-    {
-        try {
-            action();
-        } catch (const TallyException&) {}
-    }
     /// Moves a record away, and what it held back.
     template <class R> void pass(R&& record)
     {

@@ -85,10 +85,6 @@ TEST(Paths, NamePlaces)
     entry.GetLocation().GetLocationResult().resize(2);
     SetTextAt(entry, "Location/LocationResult[2]/DFBandwidth", "5");
     EXPECT_EQ(entry.GetLocation().GetLocationResult()[1].GetDFBandwidth(), 5);
-    for (const char* none : {"", "Nothing", "FFM_Settings", "FFM_Settings/Nothing", "Type/Type", "Type[1]",
-                             "Location/LocationResult/DFBandwidth", "Location/LocationResult[0]/DFBandwidth",
-                             "Location/LocationResult[3]/DFBandwidth", "FFM_Settings[1]/Frequency", "/Type", "Type/"})
-        EXPECT_THROW(SetTextAt(entry, none, "1"), TallyException) << none;
     EXPECT_EQ(PathsNamed("ChannelNo", DescriptionOf(entry)), QStringList{"FFM_Settings/Detail/ChannelNo"});
     EXPECT_EQ(PathsNamed("Type", DescriptionOf(entry)), QStringList{"Type"});
     EXPECT_EQ(PathsNamed("Nothing", DescriptionOf(entry)), QStringList());

