@@ -48,7 +48,10 @@ TEST(Accessors, FollowTheirMember)
     EXPECT_TRUE(area.SetXmlString("<Area Version='0.10'/>", false));
     EXPECT_EQ(area.GetInitialVersionLoaded(), "0.10");
 
+    EXPECT_THROW(area.SetName(QString()), OutOfRangeException);
+    EXPECT_FALSE(area.IsNameSet());
     Decoder decoder;
+    EXPECT_THROW(decoder.AppendValue(QString()), IncompleteDefinitionException);
     decoder.SetValue({QString()});
     EXPECT_EQ(messageOf<OutOfRangeException>([&] { decoder.Check(); }), "Decoder: Please set Value properly.");
     Profile_Data profile;

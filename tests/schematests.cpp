@@ -127,13 +127,7 @@ TEST_F(Schema, LetsPassFixturesAndExamples)
 
 TEST_F(Schema, JudgesAsItsExamplesTell)
 {
-    const QString sound = R"(<FrequencyStoreList Version="1.2"><Usage>Target</Usage>)"
-                          R"(<Timstamp>2026-04-15T11:46:07,639Z</Timstamp><Targetareas><Area Version="1.0">)"
-                          R"(<Name>north</Name><Coordinate><Longitude>43.5</Longitude><Latitude>-52</Latitude>)"
-                          R"(</Coordinate></Area></Targetareas><FrequencyStoreEntry Version="2.0"><Type>a</Type>)"
-                          R"(<FFM_Settings Version="1.2"><Frequency Use="true">1e6</Frequency>)"
-                          R"(<IFBandwidth>8300</IFBandwidth><FFPDelay>1</FFPDelay></FFM_Settings>)"
-                          R"(</FrequencyStoreEntry></FrequencyStoreList>)";
+    const QString sound = fixture("schema/sound.xml");
     expectRows("schema/faults.txt", [&](const QStringList& cells) {
         EXPECT_EQ(sound.count(cells[0]), 1) << cells[0].toStdString();
         return verdictOn(QString(sound).replace(cells[0], cells[1]));
