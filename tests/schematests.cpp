@@ -5,6 +5,7 @@
 #include "goldencases.h"
 
 #include <QDir>
+#include <QMap>
 #include <QProcess>
 
 using namespace Velmara;
@@ -26,19 +27,17 @@ QStringList pathsIn(const QString& folder, const char* pattern)
 /// Texts at the ends of what a value may be.
 QStringList rareTexts(const MemberDescription& member)
 {
-    if (member.isList)
-        return {};
+    static const QMap<Kind, QStringList> rare{
+        {Kind::Double, {"nan", "inf", "-inf", "-0", "1.7976931348623157e308"}},
+        {Kind::Int, {"-2147483648", "2147483647"}},
+        {Kind::UnsignedInt, {"4294967295"}},
+        {Kind::UnsignedInt64, {"18446744073709551615"}},
+        {Kind::DateTime, {"0001-01-01T00:00:00,000Z", "9999-12-31T23:59:59,999Z"}},
+        {Kind::Text, {"", "\n<&>"}},
+    };
     if (member.range)
         return {QString::number(member.range->lower), QString::number(member.range->upper)};
-    switch (member.kind) {
-    case Kind::Double: return {"nan", "inf", "-inf", "-0", "1.7976931348623157e308"};
-    case Kind::Int: return {"-2147483648", "2147483647"};
-    case Kind::UnsignedInt: return {"4294967295"};
-    case Kind::UnsignedInt64: return {"18446744073709551615"};
-    case Kind::DateTime: return {"0001-01-01T00:00:00,000Z", "9999-12-31T23:59:59,999Z"};
-    case Kind::Text: return {"", "\n<&>"};
-    default: return {};
-    }
+    return member.isList ? QStringList() : rare.value(member.kind);
 }
 
 /// Whether an element is that of one class alone, and not part of others.
@@ -58,14 +57,6 @@ QString wordsOn(const QStringList& documents)
     return QString::fromUtf8(xmllint.readAll());
 }
 
-QString verdictIn(const QString& words, const QString& document)
-{
-    for (const char* verdict : {"validates", "fails to validate"})
-        if (words.contains(document + ' ' + verdict + '\n'))
-            return verdict;
-    return words;
-}
-
 } // namespace
 
 class Schema : public ExchangeTest
@@ -76,15 +67,10 @@ protected:
     QString verdictOn(const QString& text)
     {
         const QString document = write("x.xml", text.toUtf8());
-        return verdictIn(wordsOn({document}), document);
+        return wordsOn({document}).section(document + ' ', -1).trimmed();
     }
 
-    void expectAllToPass()
-    {
-        const QString words = wordsOn(m_documents);
-        for (const QString& document : m_documents)
-            EXPECT_EQ(verdictIn(words, document), "validates");
-    }
+    void expectAllToPass() { EXPECT_EQ(wordsOn(m_documents), m_documents.join(" validates\n") + " validates\n"); }
 
     QStringList m_documents;
 };
