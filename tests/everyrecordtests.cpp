@@ -81,30 +81,6 @@ TEST(EveryRecord, TravelsInAllForms)
     });
 }
 
-TEST(EveryRecord, DemandsItsMandatoryMembers)
-{
-    forRecords(1, [](const RecordDescription& of, const ITallyObject& whole) {
-        for (const MemberDescription& member : of.members) {
-            if (member.need != MemberDescription::Need::Mandatory)
-                continue;
-            const auto lacking = of.make();
-            readPacked(*lacking, packed(whole));
-            member.reset(*lacking);
-            EXPECT_FALSE(lacking->HasData()) << member.name.toStdString();
-            const bool isNamedByItself = member.holdsRecords() && !member.isList; // and tells what it lacks
-            for (const bool validate : {false, true}) {
-                lacking->SetValidate(validate);
-                const QString message = messageOf<OutOfRangeException>([&] { lacking->Check(); });
-                EXPECT_TRUE(isNamedByItself ? message.contains(": Please set ")
-                                            : message == of.element + ": Please set " + member.name + " properly.")
-                    << message.toStdString();
-            }
-            EXPECT_THROW(xml(*lacking), OutOfRangeException);
-            EXPECT_THROW(tagged(*lacking), OutOfRangeException);
-        }
-    });
-}
-
 TEST(EveryRecord, WritesAnythingWithoutValidation)
 {
     for (const RecordDescription* const of : RecordDescriptions()) {
