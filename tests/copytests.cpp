@@ -104,7 +104,7 @@ using Trees = RecordTypes<FrequencyStoreList, FrequencyStoreEntry, DetectionResu
 
 } // namespace
 
-TEST(Copies, NeverLeakIntoEachOtherAndAreWhatAMoveGives)
+TEST(Copies, NeverLeakIntoEachOther)
 {
     forAll(Trees(), []<class R>() {
         for (unsigned seed = 0; seed < 40; ++seed) {
@@ -131,7 +131,7 @@ TEST(Copies, NeverLeakIntoEachOtherAndAreWhatAMoveGives)
             original.SetObjectName("renamed");
             if constexpr (requires { original.GetTargetareas(); })
                 original.GetTargetareas().SetObjectName("renamed");
-            const R another(original), moved(std::move(original));
+            const R another(original), moved(std::move(original)); // which are alike
             EXPECT_EQ(stateOf(moved), stateOf(another));
             EXPECT_FALSE(original.IsInitialized()); // NOLINT(bugprone-use-after-move): it stays usable
         }

@@ -107,7 +107,9 @@ TEST_F(DetectionFiles, BecomeWhatTheirModulationTellsAsTheirExamplesTell)
         results.first().SetModulation(unescaped(given[0]));
         DetectionResultList list = listOf(results);
         FrequencyStoreList store;
-        DetectionResultHelper(list, store);
+        const std::string before = stateOf(list);
+        DetectionResultHelper(list, store).GetCSVString();
+        EXPECT_EQ(stateOf(list), before);
         const QString settings = xml(entriesOf(store).first().GetDemodulator_Settings());
         return settings.section('>', 1).remove("</Demodulator_Settings>");
     });
