@@ -92,11 +92,12 @@ template <class R> void copy(const R& from, R& to, unsigned way)
 {
     R between;
     between = from;
-    switch (way % 3) {
-    case 0: to = R(from); break;
-    case 1: to = from; break;
-    default: to = std::move(between);
-    }
+    if (way % 3 == 0)
+        to = R(from);
+    else if (way % 3 == 1)
+        to = from;
+    else
+        to = std::move(between);
 }
 
 using Trees = RecordTypes<FrequencyStoreList, FrequencyStoreEntry, DetectionResultList, FrequencyStoreListHelper,

@@ -18,8 +18,9 @@ const QString common = "ID='id' Type='type' Frequency='100.126' Frequency/Min='9
 /// A result with all its members.
 DetectionResult fullResult()
 {
-    const Results full = recordsIn<DetectionResult>(fixture("results/full.txt"));
-    return full.first();
+    DetectionResult full;
+    setValues(full, fixture("results/full.txt"));
+    return full;
 }
 
 DetectionResultList listOf(const Results& results)

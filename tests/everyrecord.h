@@ -26,14 +26,3 @@ template <class Visit> void forRecords(unsigned count, Visit visit)
         }
     }
 }
-
-inline QByteArray packed(const TALLYFORM::ITallyObject& record)
-{
-    return bytesOf([&](QDataStream& stream) { Velmara::DescriptionOf(record).getPacked(record, stream); });
-}
-
-inline void readPacked(TALLYFORM::ITallyObject& record, const QByteArray& body)
-{
-    QDataStream stream(body);
-    Velmara::DescriptionOf(record).setPacked(record, stream);
-}
