@@ -36,9 +36,8 @@ QByteArray contentOf(const QString& form, const QString& text)
     const FrequencyStoreList two = listOf({"one", "two"});
     if (form == "packed")
         return packed(two);
-    if (form == "tagged")
-        return two.GetBinaryRepresentationAsQByteArray();
-    return two.GetCompressedBinaryRepresentationAsQByteArray();
+    return form == "tagged" ? two.GetBinaryRepresentationAsQByteArray()
+                            : two.GetCompressedBinaryRepresentationAsQByteArray();
 }
 
 /// What is done to a file's content: its last bytes cut off, or the length of the second entry's text made another.

@@ -41,11 +41,6 @@ void expectTextsOfQt(double value, int decimals)
     ASSERT_EQ(numberText([=](char* to) { return putGeneral(to, value); }), QString::number(value, 'g', 6));
 }
 
-template <class T> void expectTextOfQt(T integer)
-{
-    ASSERT_EQ(numberText([=](char* to) { return putInteger(to, integer); }), QString::number(integer));
-}
-
 /// A text, as bytes and as characters, must be the number that Qt makes of it, down to the sign of zero.
 template <class Of, class OfQt> void expectValueOfQt(const QByteArray& utf8, Of of, OfQt ofQt)
 {
@@ -91,11 +86,12 @@ TEST(Numbers, AreWrittenAsByQt)
         expectTextsOfQt(value, 2);
         expectTextsOfQt(value, int(below(18)));
     }
+    const auto expectTextOfQt = [](auto integer) {
+        ASSERT_EQ(numberText([=](char* to) { return putInteger(to, integer); }), QString::number(integer));
+    };
     for (int i = 0; i < randomRounds; ++i) {
         const quint64 value = ofAnyLength();
-        expectTextOfQt(int(value));
-        expectTextOfQt(uint(value));
-        expectTextOfQt(value);
+        expectTextOfQt(int(value)), expectTextOfQt(uint(value)), expectTextOfQt(value);
     }
     char longest[maxNumberLength];
     EXPECT_EQ(putFixed(longest, std::numeric_limits<double>::lowest(), 17) - longest, maxNumberLength);
