@@ -19,21 +19,13 @@ ListType typeOf(const QString& name) { return FrequencyStoreListHelper().NameToL
 
 Entries entriesOf(const FrequencyStoreList& list) { return list.GetFrequencyStoreEntry(); }
 
-FrequencyStoreList listOf(const Entries& entries)
-{
-    FrequencyStoreList list;
-    list.SetValidate(false);
-    list.SetFrequencyStoreEntry(entries);
-    return list;
-}
-
 /// What an entry must hold to come back whole, whatever the list type.
 Entry plainEntry()
 {
-    const Entries plain = recordsIn<Entry>(
-        "Type='t' FFM_Settings/Frequency='1' FFM_Settings/IFBandwidth='2' Profile_Data/ProfileID='i' "
-        "Profile_Data/SignalClass='c' Profile_Data/TransmissionSystem='s' Profile_Data/ProfileName='n'");
-    return plain.first();
+    Entry entry;
+    setValues(entry, "Type='t' FFM_Settings/Frequency='1' FFM_Settings/IFBandwidth='2' Profile_Data/ProfileID='i' "
+                     "Profile_Data/SignalClass='c' Profile_Data/TransmissionSystem='s' Profile_Data/ProfileName='n'");
+    return entry;
 }
 
 QString told(const ImportReport& report)
@@ -58,57 +50,45 @@ QString told(const ImportReport& report)
     return lines.join('\n') + '\n';
 }
 
-/// The same table with its columns in another order, as a program elsewhere may save it.
-QByteArray reordered(const QByteArray& text)
-{
-    QByteArray other = "\xEF\xBB\xBF# a comment; of two parts\r\n";
-    for (const QByteArray& line : text.trimmed().split('\n')) {
-        QList<QByteArray> cells = line.split(';');
-        std::rotate(cells.begin(), cells.begin() + 3, cells.end());
-        other += cells.join(';') + ";more\r\n";
-    }
-    return other;
-}
-
 } // namespace
 
 class CsvFormats : public ExchangeTest
 {
 protected:
-    FrequencyStoreList imported(const QByteArray& text, ListType type)
+    /// The entries of out.csv.
+    Entries imported(const QString& type)
     {
         FrequencyStoreList list;
-        m_files.ReadCSV(write("in.csv", text), list, type, BadRows::AreSkipped);
-        return list;
+        m_files.ReadCSV(path("out.csv"), list, typeOf(type), BadRows::AreSkipped);
+        return entriesOf(list);
     }
     /// Writes out.csv, which leaves the caller's lists as they were.
-    ExportReport exported(const FrequencyStoreList& list, ListType type)
+    ExportReport exported(const Entries& entries, const QString& type)
     {
-        FrequencyStoreList own(list);
+        FrequencyStoreList list;
+        list.SetValidate(false);
+        list.SetFrequencyStoreEntry(entries);
         FrequencyStoreListHelper helper;
-        helper.SetListType(type);
+        helper.SetListType(typeOf(type));
         helper.SetFrequencyStoreList(FrequencyStoreList(list));
-        const std::string before = stateOf(own), beforeInHelper = stateOf(helper);
-        EXPECT_TRUE(m_files.ExportFrequencyStoreList(true, path("own.csv"), own, type));
-        EXPECT_EQ(stateOf(own), before);
+        const std::string before = stateOf(list), beforeInHelper = stateOf(helper);
+        EXPECT_TRUE(m_files.ExportFrequencyStoreList(true, path("own.csv"), list, typeOf(type)));
+        EXPECT_EQ(stateOf(list), before);
         const ExportReport report = m_files.WriteCSV(path("out.csv"), helper);
-        EXPECT_TRUE(report.isComplete);
         EXPECT_EQ(stateOf(helper), beforeInHelper);
         EXPECT_EQ(read("own.csv"), read("out.csv"));
         return report;
     }
     /// What an export tells and writes, and of which entries a reader gets others.
-    QString exchanged(const Entries& entries, ListType type)
+    QString exchanged(const Entries& entries, const QString& type)
     {
-        const ExportReport report = exported(listOf(entries), type);
-        const QByteArray text = read("out.csv");
-        const FrequencyStoreList list = imported(text, type);
-        QString outcome = QString(told(report) + text).replace('\r', "\\r");
-        if (entriesOf(list).size() != entries.size())
-            return outcome + QString("%1 come back\n").arg(entriesOf(list).size());
-        EXPECT_EQ(packed(imported(reordered(text), type)), packed(list));
+        const QString report = told(exported(entries, type));
+        const Entries got = imported(type);
+        QString outcome = QString(report + read("out.csv")).replace('\r', "\\r");
+        if (got.size() != entries.size())
+            return outcome + QString("%1 come back\n").arg(got.size());
         for (int i = 0; i < entries.size(); ++i)
-            if (const QString values = valuesOf(entriesOf(list)[i]); values != valuesOf(entries[i]))
+            if (const QString values = valuesOf(got[i]); values != valuesOf(entries[i]))
                 outcome += QString("%1 comes back as %2\n").arg(QString::number(i + 1), values);
         return outcome;
     }
@@ -116,10 +96,10 @@ protected:
     QString fate(const Entry& entry, const QString& type, const QString& path)
     {
         QStringList damages;
-        for (const QString& line : told(exported(listOf({entry}), typeOf(type))).split('\n'))
+        for (const QString& line : told(exported({entry}, type)).split('\n'))
             if (line.contains(" at "))
                 damages += line.section(' ', 3, 3) + ' ' + line.section(' ', 0, 0);
-        const Entries got = entriesOf(imported(read("out.csv"), typeOf(type)));
+        const Entries got = imported(type);
         const bool isCarried = got.size() == 1 && TextsAt(got[0], path) == TextsAt(entry, path);
         EXPECT_EQ(isCarried, damages.isEmpty()) << qPrintable(path) << qPrintable(valuesOf(entry));
         EXPECT_EQ(read("out.csv").contains('?'), damages.join(' ').contains("NoCharacter"));
@@ -132,7 +112,7 @@ protected:
 TEST_F(CsvFormats, AreReadAsTheirExamplesTell)
 {
     expectCases("csv/imports.txt", [&](const QString& head, const QString& given) {
-        const QString file = write("in.csv", unescaped(given).toUtf8());
+        const QString file = write("in.csv", QByteArray::fromPercentEncoding(unescaped(given).toUtf8()));
         const ListType type = typeOf(head.section(", ", 0, 0));
         const BadRows badRows = head.endsWith("bad rows are skipped") ? BadRows::AreSkipped : BadRows::EndReading;
         FrequencyStoreList list;
@@ -159,7 +139,7 @@ TEST_F(CsvFormats, AreWrittenAsTheirExamplesTell)
         expectCases(file, [&](const QString& head, const QString& given) {
             QStringList outcomes;
             for (const QString& name : head.section(": ", 0, 0).split(", "))
-                outcomes += exchanged(recordsIn<Entry>(given), typeOf(name));
+                outcomes += exchanged(recordsIn<Entry>(given), name);
             outcomes.removeDuplicates();
             EXPECT_EQ(outcomes.size(), 1) << qPrintable(head);
             return outcomes.first();
@@ -171,60 +151,37 @@ TEST_F(CsvFormats, LoseOnlyWhatTheirExamplesTell)
 {
     expectRows("csv/losses.txt", [&](const QStringList& given) {
         Entry entry = plainEntry();
+        entry.SetValidate(false);
         SetTextAt(entry, given[1], unescaped(given[2]));
         return fate(entry, given[0], given[1]);
     });
 }
 
-TEST_F(CsvFormats, LoseWhatHasNoTextAndTellThat)
+TEST_F(CsvFormats, LoseTimesThatHaveNoText)
 {
-    const auto beginOf = [](int year) { return QDateTime({year, 1, 1}, {0, 0}, Qt::UTC); };
-    for (const int year : {-1, 1, 9999, 10000, 12345}) {
-        const bool hasText = year > 0 && year < 10000;
-        Entry begun = plainEntry(), ended = plainEntry();
-        begun.GetDetection().SetStartTime(beginOf(year));
-        EXPECT_EQ(fate(begun, "DetectionConventional", "Detection/StartTime"),
-                  hasText ? "carried" : "StartTime ReadAsUnset");
-        begun.GetDetection().SetStopTime(beginOf(2));
-        EXPECT_EQ(fate(begun, "DetectionConventional", "Detection/StopTime"),
-                  hasText ? "carried" : "StartTime ReadAsUnset, StopTime ReadAsUnset");
-        ended.GetDetection().SetStartTime(beginOf(1));
-        ended.GetDetection().SetStopTime(beginOf(year));
-        EXPECT_EQ(fate(ended, "DetectionConventional", "Detection/StopTime"),
-                  hasText ? "carried" : "StopTime ReadAsUnset");
+    for (const auto& [start, stop, damages] : {std::tuple(1, 9999, "carried"),
+                                               {1, 10000, "StopTime ReadAsUnset"},
+                                               {10000, 1, "StartTime ReadAsUnset, StopTime ReadAsUnset"},
+                                               {-1, 1, "StartTime ReadAsUnset, StopTime ReadAsUnset"}}) {
+        Entry entry = plainEntry();
+        entry.GetDetection().SetStartTime(QDateTime({start, 1, 1}, {0, 0}, Qt::UTC));
+        entry.GetDetection().SetStopTime(QDateTime({stop, 1, 1}, {0, 0}, Qt::UTC));
+        EXPECT_EQ(fate(entry, "DetectionConventional", "Detection/StopTime"), damages);
     }
-    Entry undated = plainEntry(), nameless = plainEntry();
+    Entry undated = plainEntry();
     undated.GetResultList().SetResultTime(QDateTime());
     EXPECT_EQ(fate(undated, "DataResults", "ResultList/ResultTime"), "SignalTime ReadAsUnset");
-    nameless.GetFFM_Settings().SetValidate(false);
-    nameless.GetFFM_Settings().SetAnalogDemod(FFM_Settings::AnalogDemod(99));
-    EXPECT_EQ(fate(nameless, "NotePad", "FFM_Settings/AnalogDemod"), "AnalogDemod ReadAsUnset");
 }
 
 TEST_F(CsvFormats, LoseWhatIsBehindALineThatIsTooLong)
 {
     for (const int length : {10239, 10240, 20000}) {
         Entry first = plainEntry();
-        exported(listOf({first}), ListType::Suppress);
-        const int dashes = 3, others = read("out.csv").split('\n')[1].size() - dashes;
-        first.SetComment(QString(length - others, 'x'));
-        const ExportReport report = exported(listOf({first, plainEntry()}), ListType::Suppress);
-        const bool areRead = entriesOf(imported(read("out.csv"), ListType::Suppress)).size() == 2;
+        first.SetComment(QString(length - int(strlen("t;;1.00;2.00;")), 'x'));
+        const ExportReport report = exported({first, plainEntry()}, "Suppress");
+        const bool areRead = imported("Suppress").size() == 2;
         EXPECT_EQ(areRead, length < 10240);
         EXPECT_EQ(told(report), areRead ? "2 written\n" : "2 written\nLongLine at 2  ''\n");
-    }
-}
-
-TEST_F(CsvFormats, TellOfBytesThatAreNoCharacters)
-{
-    const QByteArray table = "Type;Frequency;IFBandwidth;Comment\na;1;1;b";
-    const std::pair<QByteArray, bool> ends[]
-        = {{"\xC3\xA4", false}, {"\xC3\xA4\n", false}, {"\xC3", true}, {"\xC3\n", true}, {"\xE2\x82", true}};
-    for (const auto& [end, isMisencoded] : ends) {
-        FrequencyStoreList list;
-        const ImportReport report = m_files.ReadCSV(write("b.csv", table + end), list, ListType::Suppress);
-        EXPECT_EQ(report.entries, 1);
-        EXPECT_EQ(report.isMisencoded, isMisencoded) << end.toHex().toStdString();
     }
 }
 
@@ -259,8 +216,8 @@ TEST_F(CsvFormats, CarryOfRandomEntriesWhatTheyAreToCarry)
         Entries entries;
         for (int i = 0; i < 60; ++i)
             entries += filler.make<Entry>();
-        exported(listOf(entries), typeOf(type));
-        const Entries got = entriesOf(imported(read("out.csv"), typeOf(type)));
+        exported(entries, type);
+        const Entries got = imported(type);
         ASSERT_EQ(got.size(), entries.size());
         for (int i = 0; i < got.size(); ++i)
             EXPECT_EQ(xml(got[i]), xml(carried(entries[i], type))) << qPrintable(type) << i;
@@ -269,19 +226,14 @@ TEST_F(CsvFormats, CarryOfRandomEntriesWhatTheyAreToCarry)
 
 TEST_F(CsvFormats, LeaveTheCallersListsAsTheyWere)
 {
-    RandomFiller filler(11);
     Entry tuned, detailed, directed, resulted; // parts of which are marked and hold nothing
     tuned.GetFFM_Settings();
     detailed.GetFFM_Settings().GetDetail();
     directed.SetDF_Settings(DF_Settings());
     resulted.GetResultList(), resulted.GetDetection(), resulted.GetProfile_Data();
-    Entries entries{Entry(), tuned, detailed, directed, resulted};
-    for (int i = 0; i < 200; ++i)
-        entries += filler.make<Entry>();
-    for (const FrequencyStoreList& list : {listOf(entries), FrequencyStoreList()})
-        for (const QString& type : typeNames.split(' '))
-            exported(list, typeOf(type)); // which compares them
+    for (const QString& type : typeNames.split(' '))
+        exported({Entry(), tuned, detailed, directed, resulted}, type); // which compares them
     FrequencyStoreListHelper none;
     EXPECT_FALSE(m_files.WriteCSV(path("x.csv"), none).isComplete);
-    EXPECT_EQ(stateOf(none), "-");
+    EXPECT_FALSE(none.IsInitialized());
 }

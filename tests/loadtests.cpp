@@ -1,8 +1,8 @@
 /// Loads that fail: where they say it was, what they leave, and how nothing of them stays.
 
 #include "exchangefixture.h"
-#include "goldencases.h"
 #include "recorder.h"
+#include "recordvalues.h"
 
 using namespace Velmara;
 using namespace TALLYFORM;
@@ -11,34 +11,12 @@ using ListType = FrequencyStoreListHelper::ListType;
 
 namespace {
 
-/// Takes itself off the list that owns it while it is told something.
-class Leaver : public Logger
-{
-public:
-    Leaver(FrequencyStoreList& list, QStringList& events) : m_list(list), m_events(events) {}
-    ~Leaver() override { m_events += "gone"; }
-    void Log(const QString&) override
-    {
-        QStringList& events = m_events;
-        m_list.ResetLogger();
-        events += "told";
-    }
-
-private:
-    FrequencyStoreList& m_list;
-    QStringList& m_events;
-};
-
 FrequencyStoreList listOf(const QStringList& types)
 {
+    const QString entries = "Type='" + types.join("'\nType='") + "'";
     FrequencyStoreList list;
-    for (const QString& type : types) {
-        FrequencyStoreEntry entry;
-        entry.SetType(type);
-        entry.GetFFM_Settings().GetFrequency().SetValue(1e8);
-        entry.GetFFM_Settings().GetIFBandwidth().SetValue(8300);
-        list.AppendFrequencyStoreEntry(entry);
-    }
+    list.SetFrequencyStoreEntry(
+        recordsIn<FrequencyStoreEntry>(entries, "FFM_Settings/Frequency='1e8' FFM_Settings/IFBandwidth='8300'"));
     return list;
 }
 
@@ -58,9 +36,8 @@ QByteArray contentOf(const QString& form, const QString& text)
     const FrequencyStoreList two = listOf({"one", "two"});
     if (form == "packed")
         return packed(two);
-    if (form == "tagged")
-        return two.GetBinaryRepresentationAsQByteArray();
-    return two.GetCompressedBinaryRepresentationAsQByteArray();
+    return form == "tagged" ? two.GetBinaryRepresentationAsQByteArray()
+                            : two.GetCompressedBinaryRepresentationAsQByteArray();
 }
 
 /// What is done to a file's content: its last bytes cut off, or the length of the second entry's text made another.
@@ -159,10 +136,16 @@ TEST_F(Loading, WhatCannotBeReadTouchesNothing)
 
 TEST_F(Loading, ALoggerMayTakeItselfOffTheListThatItHearsOf)
 {
+    static FrequencyStoreList list;
+    static QStringList events;
+    struct Leaver : Logger
+    {
+        ~Leaver() override { events += "gone"; }
+        void Log(const QString&) override { list.ResetLogger(), events += "told"; }
+    };
     for (const char* form : {"xml", "csv"}) {
-        QStringList events;
-        FrequencyStoreList list;
-        list.SetLogger(std::make_shared<Leaver>(list, events));
+        events.clear();
+        list.SetLogger(std::make_shared<Leaver>());
         EXPECT_FALSE(load(form, path("missing"), list));
         EXPECT_EQ(events, QStringList({"told", "gone"}));
     }

@@ -42,10 +42,10 @@ public:
         visit(data, [&](const Member& m, auto& field) {
             const bool isWanted
                 = m.isAlternative() ? m.position == chosen : m.isMandatory() || m_everything || below(2);
-            if (!isWanted)
-                return;
-            set(record, m, field);
-            data.mark(m);
+            if (isWanted) {
+                set(m, field);
+                data.mark(m);
+            }
         });
     }
 
@@ -53,18 +53,18 @@ public:
 
 private:
     using Member = Velmara::kernel::Member;
-    template <class R> void set(R&, const Member& m, double& value)
+    void set(const Member& m, double& value)
     {
         const double scale = std::pow(10., m.precision);
         const double free = 4e9 / (m.precision > 2 ? 1e6 : 1);
         const double lower = m.isBounded ? m.lower : -free, upper = m.isBounded ? m.upper : free;
         value = std::round(std::uniform_real_distribution<double>(lower, upper)(m_random) * scale) / scale;
     }
-    template <class R> void set(R&, const Member&, int& value) { value = below(1 << 30) - (1 << 29); }
-    template <class R> void set(R&, const Member&, unsigned int& value) { value = unsigned(below(1 << 30)); }
-    template <class R> void set(R&, const Member&, quint64& value) { value = quint64(m_random()) << 30; }
-    template <class R> void set(R&, const Member&, bool& value) { value = below(2); }
-    template <class R> void set(R&, const Member&, QString& value)
+    void set(const Member&, int& value) { value = below(1 << 30) - (1 << 29); }
+    void set(const Member&, unsigned int& value) { value = unsigned(below(1 << 30)); }
+    void set(const Member&, quint64& value) { value = quint64(m_random()) << 30; }
+    void set(const Member&, bool& value) { value = below(2); }
+    void set(const Member&, QString& value)
     {
         if (!m_texts.isEmpty()) {
             value = m_texts[below(m_texts.size())];
@@ -75,20 +75,17 @@ private:
         for (int i = below(12); i > 0; --i)
             value += letters[below(letters.size())];
     }
-    template <class R> void set(R&, const Member&, QDateTime& value)
+    void set(const Member&, QDateTime& value)
     {
         value = QDateTime({1990, 1, 1}, {0, 0}, Qt::UTC).addMSecs(qint64(below(1 << 30)) * 1000 + below(1000));
     }
-    template <class R, Velmara::kernel::IsEnum E> void set(R&, const Member& m, E& value)
-    {
-        value = E(below(m.names().size()));
-    }
-    template <class R, Velmara::kernel::IsRecord T> void set(R&, const Member&, T& child) { fill(child); }
-    template <class R, class T> void set(R& record, const Member& m, QVector<T>& list)
+    template <Velmara::kernel::IsEnum E> void set(const Member& m, E& value) { value = E(below(m.names().size())); }
+    template <Velmara::kernel::IsRecord T> void set(const Member&, T& child) { fill(child); }
+    template <class T> void set(const Member& m, QVector<T>& list)
     {
         for (int i = m_everything ? 2 : 1 + below(3); i > 0; --i) {
             T item{};
-            set(record, m, item);
+            set(m, item);
             list.append(item);
         }
     }

@@ -110,12 +110,14 @@ private:
             return forms();
         if (verb == "equals")
             return comparison(words);
-        if (verb == "faults")
-            return faults();
         if (verb == "check")
             return m_at->Check(), "sound";
-        if (verb != "show")
-            return "There is no step '" + verb + "'.";
+        QStringList places;
+        for (const Fault& fault : m_at->FindFaults())
+            places += placeOf(fault);
+        if (verb == "faults")
+            return places.join(", ");
+        EXPECT_EQ(verb, "show");
         QString text;
         QDebug(&text).nospace() << *m_at;
         return text;
@@ -125,6 +127,12 @@ private:
     {
         const QString reason = m_at->FindUncarried(form);
         return reason.isNull() ? "nothing" : reason;
+    }
+
+    QString withMessages(bool isRefused)
+    {
+        const QStringList words{isRefused ? "refused" : "written"};
+        return (words + std::exchange(m_recorder->m_messages, {})).join(", ");
     }
 
     /// The forms that give back an equal record.
@@ -142,27 +150,13 @@ private:
         return carrying.isEmpty() ? "none" : carrying.join(", ");
     }
 
-    QString withMessages(bool isRefused)
-    {
-        const QStringList words{isRefused ? "refused" : "written"};
-        return (words + std::exchange(m_recorder->m_messages, {})).join(", ");
-    }
-
     QString comparison(const QString& document) const
     {
+        static const QString words[] = {"different", "equal"};
         const RecordDescription& of = DescriptionOf(*m_at);
         const auto other = of.make();
         other->SetXmlString(document, false);
-        const auto word = [](bool isEqual) { return QString(isEqual ? "equal" : "different"); };
-        return word(of.areEqual(*m_at, *other)) + ", " + word(of.areEqual(*other, *m_at));
-    }
-
-    QString faults() const
-    {
-        QStringList places;
-        for (const Fault& fault : m_at->FindFaults())
-            places += placeOf(fault);
-        return places.join(", ");
+        return words[of.areEqual(*m_at, *other)] + ", " + words[of.areEqual(*other, *m_at)];
     }
 
     const std::shared_ptr<Recorder> m_recorder = std::make_shared<Recorder>();

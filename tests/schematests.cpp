@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QMap>
 #include <QProcess>
-#include <QSet>
 
 using namespace Velmara;
 using namespace TALLYFORM;
@@ -15,7 +14,6 @@ using namespace TALLYFORM;
 namespace {
 
 using Kind = MemberDescription::Kind;
-using ListType = FrequencyStoreListHelper::ListType;
 
 QStringList pathsIn(const QString& folder, const char* pattern)
 {
@@ -26,33 +24,20 @@ QStringList pathsIn(const QString& folder, const char* pattern)
     return paths;
 }
 
-using Seen = QSet<const RecordDescription*>;
-
-void collectClasses(const ITallyObject& record, Seen& seen)
-{
-    const RecordDescription& description = DescriptionOf(record);
-    seen += &description;
-    for (const MemberDescription& member : description.members)
-        for (const ITallyObject* child : member.children(record))
-            collectClasses(*child, seen);
-}
-
 /// Texts at the ends of what a value may be.
 QStringList rareTexts(const MemberDescription& member)
 {
-    if (member.isList)
-        return {};
+    static const QMap<Kind, QStringList> rare{
+        {Kind::Double, {"nan", "inf", "-inf", "-0", "1.7976931348623157e308"}},
+        {Kind::Int, {"-2147483648", "2147483647"}},
+        {Kind::UnsignedInt, {"4294967295"}},
+        {Kind::UnsignedInt64, {"18446744073709551615"}},
+        {Kind::DateTime, {"0001-01-01T00:00:00,000Z", "9999-12-31T23:59:59,999Z"}},
+        {Kind::Text, {"", "\n<&>"}},
+    };
     if (member.range)
         return {QString::number(member.range->lower), QString::number(member.range->upper)};
-    switch (member.kind) {
-    case Kind::Double: return {"nan", "inf", "-inf", "-0", "1.7976931348623157e308"};
-    case Kind::Int: return {"-2147483648", "2147483647"};
-    case Kind::UnsignedInt: return {"4294967295"};
-    case Kind::UnsignedInt64: return {"18446744073709551615"};
-    case Kind::DateTime: return {"0001-01-01T00:00:00,000Z", "9999-12-31T23:59:59,999Z"};
-    case Kind::Text: return {"", "\n<&>"};
-    default: return {};
-    }
+    return member.isList ? QStringList() : rare.value(member.kind);
 }
 
 /// Whether an element is that of one class alone, and not part of others.
@@ -72,14 +57,6 @@ QString wordsOn(const QStringList& documents)
     return QString::fromUtf8(xmllint.readAll());
 }
 
-QString verdictIn(const QString& words, const QString& document)
-{
-    for (const char* verdict : {"validates", "fails to validate"})
-        if (words.contains(document + ' ' + verdict + '\n'))
-            return verdict;
-    return words;
-}
-
 } // namespace
 
 class Schema : public ExchangeTest
@@ -90,15 +67,10 @@ protected:
     QString verdictOn(const QString& text)
     {
         const QString document = write("x.xml", text.toUtf8());
-        return verdictIn(wordsOn({document}), document);
+        return wordsOn({document}).section(document + ' ', -1).trimmed();
     }
 
-    void expectAllToPass()
-    {
-        const QString words = wordsOn(m_documents);
-        for (const QString& document : m_documents)
-            EXPECT_EQ(verdictIn(words, document), "validates");
-    }
+    void expectAllToPass() { EXPECT_EQ(wordsOn(m_documents), m_documents.join(" validates\n") + " validates\n"); }
 
     QStringList m_documents;
 };
@@ -106,11 +78,9 @@ protected:
 TEST_F(Schema, LetsPassEveryRecordAndWhatIsRareAndLegal)
 {
     int count = 0;
-    Seen seen;
     forRecords(10, [&](const RecordDescription& of, ITallyObject& record) {
         if (!isRoot(of))
             return;
-        collectClasses(record, seen);
         add(xml(record));
         for (const MemberDescription& member : of.members)
             if (const QStringList texts = rareTexts(member); member.isSet(record) && !texts.isEmpty())
@@ -118,21 +88,17 @@ TEST_F(Schema, LetsPassEveryRecordAndWhatIsRareAndLegal)
         add(xml(record));
         ++count;
     });
-    EXPECT_EQ(seen.size(), RecordDescriptions().size());
     expectAllToPass();
 }
 
 TEST_F(Schema, LetsPassFixturesAndExamples)
 {
-    const QMap<QString, ListType> types{
-        {"dataresults", ListType::DataResults}, {"detectionconventional", ListType::DetectionConventional},
-        {"memoryscan", ListType::MemoryScan},   {"memoryscan_df", ListType::MemoryScan},
-        {"notepad", ListType::NotePad},         {"noifrequencies", ListType::NOIFrequencies},
-        {"suppress", ListType::Suppress},       {"targetlist", ListType::TargetList},
-    };
     for (const QString& table : pathsIn(VELMARA_EXAMPLES, "*.csv")) {
+        const QString file = QFileInfo(table).fileName();
         FrequencyStoreList list;
-        FileHandling().ReadCSV(table, list, types.value(QFileInfo(table).baseName(), ListType::Invalid));
+        for (const QString& type : FrequencyStoreListHelper::GetListTypes())
+            if (file.startsWith(type, Qt::CaseInsensitive))
+                FileHandling().ReadCSV(table, list, FrequencyStoreListHelper().NameToListType(type));
         add(xml(list));
     }
     for (const QString& document : pathsIn(VELMARA_EXAMPLES, "*.xml")) {
@@ -147,13 +113,7 @@ TEST_F(Schema, LetsPassFixturesAndExamples)
 
 TEST_F(Schema, JudgesAsItsExamplesTell)
 {
-    const QString sound = R"(<FrequencyStoreList Version="1.2"><Usage>Target</Usage>)"
-                          R"(<Timstamp>2026-04-15T11:46:07,639Z</Timstamp><Targetareas><Area Version="1.0">)"
-                          R"(<Name>north</Name><Coordinate><Longitude>43.5</Longitude><Latitude>-52</Latitude>)"
-                          R"(</Coordinate></Area></Targetareas><FrequencyStoreEntry Version="2.0"><Type>a</Type>)"
-                          R"(<FFM_Settings Version="1.2"><Frequency Use="true">1e6</Frequency>)"
-                          R"(<IFBandwidth>8300</IFBandwidth><FFPDelay>1</FFPDelay></FFM_Settings>)"
-                          R"(</FrequencyStoreEntry></FrequencyStoreList>)";
+    const QString sound = fixture("schema/sound.xml");
     expectRows("schema/faults.txt", [&](const QStringList& cells) {
         EXPECT_EQ(sound.count(cells[0]), 1) << cells[0].toStdString();
         return verdictOn(QString(sound).replace(cells[0], cells[1]));
