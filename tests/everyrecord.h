@@ -11,14 +11,6 @@ struct RecordClass
     std::unique_ptr<TALLYFORM::ITallyObject> (*fill)(RandomFiller& filler);
 };
 
-/// Keeps what it is told.
-struct Recorder : TALLYFORM::Logger
-{
-    void Log(const QString& message) override { m_messages += message; }
-
-    QStringList m_messages;
-};
-
 /// Every record class.
 const QVector<RecordClass>& recordClasses();
 

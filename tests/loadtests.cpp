@@ -2,7 +2,6 @@
 
 #include "exchangefixture.h"
 #include "goldencases.h"
-#include "recorder.h"
 
 using namespace Velmara;
 using namespace TALLYFORM;

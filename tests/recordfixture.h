@@ -11,6 +11,14 @@
 inline void PrintTo(const QString& text, std::ostream* out) { *out << text.toStdString(); }
 inline void PrintTo(const QByteArray& bytes, std::ostream* out) { *out << bytes.toHex().toStdString(); }
 
+/// Keeps what it is told.
+struct Recorder : TALLYFORM::Logger
+{
+    void Log(const QString& message) override { m_messages += message; }
+
+    QStringList m_messages;
+};
+
 /// The message of the exception that an action throws, which must be an E itself; "none" without one.
 template <class E, class Action> QString messageOf(Action action)
 {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "../exchangefixture.h"
-#include "../recorder.h"
 #include "base/exceptions.h"
 #include "base/tallyobject.h"
 
