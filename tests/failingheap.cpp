@@ -46,7 +46,11 @@ void* counted(void* block)
     return block;
 }
 
-void forget(void* block) { held -= block != nullptr; }
+void* forgotten(void* block)
+{
+    held -= block != nullptr;
+    return block;
+}
 
 } // namespace
 
@@ -84,12 +88,7 @@ Q_DECL_EXPORT void* operator new(size_t size)
     return counted(std::malloc(size));
 }
 
-Q_DECL_EXPORT void operator delete(void* block) noexcept
-{
-    forget(block);
-    std::free(block);
-}
-
+Q_DECL_EXPORT void operator delete(void* block) noexcept { std::free(forgotten(block)); }
 Q_DECL_EXPORT void operator delete(void* block, size_t) noexcept { operator delete(block); }
 
 #else
@@ -101,25 +100,17 @@ void* __libc_realloc(void*, size_t);
 void __libc_free(void*);
 
 Q_DECL_EXPORT void* malloc(size_t size) noexcept { return isRefused() ? nullptr : counted(__libc_malloc(size)); }
-Q_DECL_EXPORT void* calloc(size_t count, size_t size) noexcept
+Q_DECL_EXPORT void* calloc(size_t n, size_t size) noexcept
 {
-    return isRefused() ? nullptr : counted(__libc_calloc(count, size));
+    return isRefused() ? nullptr : counted(__libc_calloc(n, size));
 }
-
 Q_DECL_EXPORT void* realloc(void* block, size_t size) noexcept
 {
-    if (isRefused())
-        return nullptr;
-    void* const moved = __libc_realloc(block, size);
+    void* const moved = isRefused() ? nullptr : __libc_realloc(block, size);
     held += moved && !block;
     return moved;
 }
-
-Q_DECL_EXPORT void free(void* block) noexcept
-{
-    forget(block);
-    __libc_free(block);
-}
+Q_DECL_EXPORT void free(void* block) noexcept { __libc_free(forgotten(block)); }
 }
 
 #endif
