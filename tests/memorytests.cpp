@@ -37,10 +37,10 @@ protected:
     /// succeeded.
     template <class Make, class Action, class Test> void tryAll(Make make, Action action, Test isRight)
     {
-        const auto isFailing = [&](int n, FailingHeap::Extent extent) {
+        const auto isFailing = [&](int n, bool andAllLater) {
             auto object = make();
             bool isDone = false;
-            FailingHeap::failAt(n, extent);
+            FailingHeap::failAt(n, andAllLater);
             try {
                 isDone = action(object);
             } catch (const std::bad_alloc&) {
@@ -51,13 +51,13 @@ protected:
             traces() = QStringList();
             return hasFailed;
         };
-        for (const auto extent : {FailingHeap::Extent::Once, FailingHeap::Extent::FromThenOn}) {
+        for (const bool andAllLater : {false, true}) {
             int n = 0; // the first run makes what is made once for the process
-            for (; isFailing(n, extent); ++n) {
-                const int before = FailingHeap::blocks();
-                isFailing(n, extent); // and leaves nothing when it is no longer the first time
+            for (; isFailing(n, andAllLater); ++n) {
+                const int before = FailingHeap::held;
+                isFailing(n, andAllLater); // and leaves nothing when it is no longer the first time
                 if (!isLeakOfQt()) {
-                    ASSERT_EQ(FailingHeap::blocks(), before) << n;
+                    ASSERT_EQ(FailingHeap::held, before) << n;
                 }
             }
             EXPECT_GT(n, 0);

@@ -2,7 +2,6 @@
 #include "note.h"
 
 #include <QScopeGuard>
-#include <QTextCodec>
 
 #include <cerrno>
 #include <chrono>
@@ -25,10 +24,9 @@ QByteArray attributes(int count, const QByteArray& value)
 /// A document that declares one encoding and is in another.
 QByteArray encoded(const char* encoding, bool isMarked, const char* declared, const QString& members)
 {
-    const QString text = QString("%1<?xml version=\"1.0\" encoding=\"%2\"?><Note>%3</Note>")
-                             .arg(isMarked ? QString(QChar::ByteOrderMark) : QString(), declared, members);
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    return QTextCodec::codecForName(encoding)->fromUnicode(text.constData(), text.size(), &state);
+    const QString mark = isMarked ? QString(QChar::ByteOrderMark) : QString();
+    const QString text = "<?xml version=\"1.0\" encoding=\"%1\"?><Note>%2</Note>";
+    return encoded(encoding, mark + text.arg(declared, members));
 }
 
 } // namespace

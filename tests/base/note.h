@@ -4,6 +4,7 @@
 #include "base/exceptions.h"
 #include "base/tallyobject.h"
 
+#include <QTextCodec>
 #include <QXmlStreamReader>
 
 /// An object of another maker, which inherits what records do in ways of their own: two texts, of which one has a
@@ -85,3 +86,10 @@ inline bool operator==(const Note& a, const Note& b)
 
 /// A note with everything in it that a format might trip over.
 inline Note sampleNote() { return Note(QString::fromUtf8("<a & b> \u00e4"), "two\nlines", {"1", ""}); }
+
+/// A text in an encoding, without a byte order mark.
+inline QByteArray encoded(const QByteArray& encoding, const QString& text)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    return QTextCodec::codecForName(encoding)->fromUnicode(text.constData(), text.size(), &state);
+}

@@ -1,17 +1,9 @@
 #include "../goldencases.h"
 #include "note.h"
 
-#include <QTextCodec>
-
 using namespace TALLYFORM;
 
 namespace {
-
-QByteArray encoded(const QString& encoding, const QString& text)
-{
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    return QTextCodec::codecForName(encoding.toLatin1())->fromUnicode(text.constData(), text.size(), &state);
-}
 
 /// What a load gives, tells of `source`, and leaves in a note.
 template <class Load> QString outcomeOf(const QString& source, Load load)
@@ -35,7 +27,7 @@ TEST_F(XmlTextTest, IsReadAsItsExamplesTell)
         const QString text = unescaped(given[1]);
         const bool areBytes = given[0] == "bytes", isText = given[0] == "text";
         const QByteArray bytes = areBytes ? QByteArray::fromPercentEncoding(given[1].toLatin1())
-                                          : encoded(isText ? "UTF-8" : given[0], text);
+                                          : encoded(isText ? "UTF-8" : given[0].toLatin1(), text);
         const QString file = write("note", bytes);
         const QString outcome = outcomeOf(file, [&](Note& note) { return note.LoadXml(file); });
         if (!areBytes) {
