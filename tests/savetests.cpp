@@ -343,8 +343,9 @@ TEST_F(Saving, MayBeKilledAtAnyMoment)
     std::mt19937 random(1);
     for (int kill = 0; kill < 100 || found[0] == 0 || found[1] == 0; ++kill) {
         const pid_t saver = fork();
-        for (int i = kill; saver == 0; ++i)
-            save(path("file"), documents[i % 2]);
+        if (saver == 0)
+            for (int i = kill;; ++i)
+                save(path("file"), documents[i % 2]);
         usleep(random() % 4000);
         const bool wasWhole = isWhole();
         usleep(random() % 4000);
