@@ -7,8 +7,7 @@
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
-/// An object of another maker, which inherits what records do in ways of their own: two texts, of which one has a
-/// limit, and a list.
+/// An object of another maker, which inherits what records do in ways of their own: two texts and a list.
 class Note : public TALLYFORM::ITallyObject
 {
 public:
@@ -74,8 +73,6 @@ protected:
             m_lines += GetTextValue(reader);
         else if (reader.name() == "Body")
             m_body = GetTextValue(reader);
-        if (GetValidate() && m_body.size() > 20)
-            throw TALLYFORM::OutOfRangeException("Body is too long");
     }
 };
 

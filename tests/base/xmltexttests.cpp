@@ -66,21 +66,6 @@ TEST_F(XmlTextTest, MayNestDeepAndDeclareManyNamespaces)
     }
 }
 
-TEST_F(XmlTextTest, FailuresOfSettersPassThroughWithTheirPlace)
-{
-    const QString document = "<Note>\n<Title>t</Title>\n<Body>far more than twenty characters</Body></Note>";
-    Note note;
-    try {
-        note.SetXmlString(document, false);
-        FAIL();
-    } catch (const OutOfRangeException& failure) {
-        EXPECT_EQ(failure.GetOrigin(), "text, line 3, column 44");
-        EXPECT_EQ(failure.GetMessage(), "Body is too long");
-    }
-    note.SetValidate(false);
-    EXPECT_TRUE(note.SetXmlString(document, false));
-}
-
 TEST_F(XmlTextTest, WhatXmlCannotCarryIsNotWritten)
 {
     for (const QString& text : {QString(), QString(QChar(1)), QString(QChar(0xD800))})
