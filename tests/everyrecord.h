@@ -2,7 +2,6 @@
 
 /// What tests of all record classes share: records of each, of which only the descriptions know the class.
 
-#include "recorder.h"
 #include "recordfixture.h"
 
 /// A record class, and the way to records of it with random content.

@@ -22,10 +22,8 @@ template <class Action> Fault faultOf(Action action)
     return {};
 }
 
-bool isSame(const Fault& a, const Fault& b)
-{
-    return a.kind == b.kind && a.path == b.path && a.member == b.member && a.message == b.message;
-}
+/// What a fault tells.
+auto told(const Fault& fault) { return std::tuple(fault.kind, fault.path, fault.member, fault.message); }
 
 } // namespace
 
@@ -39,7 +37,7 @@ TEST(Faults, AreThereWhereCheckThrows)
         const Fault first = faultOf([&] { record.Check(); });
         const QVector<Fault> all = record.FindFaults();
         const bool isFound
-            = std::any_of(all.begin(), all.end(), [&](const Fault& each) { return isSame(each, first); });
+            = std::any_of(all.begin(), all.end(), [&](const Fault& each) { return told(each) == told(first); });
         EXPECT_EQ(all.isEmpty(), first.message.isNull());
         EXPECT_TRUE(all.isEmpty() || isFound || first.message.contains("choice")) << first.message.toStdString();
     });
@@ -49,27 +47,27 @@ using FaultFiles = ExchangeTest;
 
 TEST_F(FaultFiles, AreToldByWhatThrowsInPlaceOfFalse)
 {
-    const auto read = [&](const QString& file) {
-        return faultOf([&] {
-            QFile document(file);
+    const auto read = [&](const char* name) {
+        const Fault fault = faultOf([&] {
+            QFile document(path(name));
             FrequencyStoreList().ReadXml(document);
         });
+        EXPECT_EQ(fault.place.source, path(name));
+        return fault;
     };
-    const Fault missing = read(path("missing.xml"));
-    EXPECT_EQ(missing.kind, Kind::Unreadable);
-    EXPECT_EQ(missing.place.source, path("missing.xml"));
-    const Fault other = read(write("other.xml", "<DetectionResultList/>"));
-    EXPECT_EQ(other.kind, Kind::OtherObject);
-    EXPECT_EQ(other.member, "DetectionResultList");
-    const Fault broken = read(write("broken.xml", "<FrequencyStoreList>\n<"));
-    EXPECT_EQ(broken.kind, Kind::Damaged);
-    EXPECT_EQ(broken.place.line, 2);
-    EXPECT_EQ(faultOf([&] { FrequencyStoreList().ReadBinary(path("broken.xml")); }).kind, Kind::Damaged);
+    write("other", "<DetectionResultList/>");
+    write("broken", "<FrequencyStoreList>\n<");
+    EXPECT_EQ(read("missing").kind, Kind::Unreadable);
+    EXPECT_EQ(read("other").kind, Kind::OtherObject);
+    EXPECT_EQ(read("other").member, "DetectionResultList");
+    EXPECT_EQ(read("broken").kind, Kind::Damaged);
+    EXPECT_EQ(read("broken").place.line, 2);
+    EXPECT_EQ(faultOf([&] { FrequencyStoreList().ReadBinary(path("broken")); }).kind, Kind::Damaged);
 
     FrequencyStoreList list;
     list.GetFrequencyStoreEntry().resize(1);
-    EXPECT_EQ(faultOf([&] { list.WriteXml(path("bad.xml")); }).path, "FrequencyStoreEntry[1]");
-    EXPECT_FALSE(QFile::exists(path("bad.xml")));
+    EXPECT_EQ(faultOf([&] { list.WriteXml(path("bad")); }).path, "FrequencyStoreEntry[1]");
+    EXPECT_FALSE(QFile::exists(path("bad")));
     list.SetValidate(false);
     EXPECT_EQ(faultOf([&] { list.WriteXml(path("no/folder")); }).kind, Kind::Unwritable);
 }

@@ -1,7 +1,6 @@
 /// Loads that fail: where they say it was, what they leave, and how nothing of them stays.
 
 #include "exchangefixture.h"
-#include "recorder.h"
 #include "recordvalues.h"
 
 using namespace Velmara;

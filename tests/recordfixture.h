@@ -4,6 +4,7 @@
 
 #include "frequencystore/frequencystore.h"
 #include "randomfiller.h"
+#include "recorder.h"
 #include "recordforms.h"
 
 #include <gtest/gtest.h>

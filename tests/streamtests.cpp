@@ -30,40 +30,29 @@ template <class Test> void withSettings(Test test)
             }
 }
 
-/// A device that has room for so many bytes.
-class Vessel : public QIODevice
-{
-public:
-    explicit Vessel(qint64 room) : m_room(room) { open(QIODevice::WriteOnly | QIODevice::Unbuffered); }
-
-protected:
-    qint64 readData(char*, qint64) override { return -1; }
-    qint64 writeData(const char*, qint64 size) override { return qMin(size, m_room); }
-
-private:
-    qint64 m_room;
-};
-
-/// Memory that holds other bits than it is given.
+/// Memory that holds other bits than it is given, and has room for so many bytes.
 class Inverter : public QBuffer
 {
 public:
-    static QByteArray inverted(const char* data, qint64 size)
-    {
-        QByteArray bytes(data, int(qMax<qint64>(0, size)));
-        std::transform(bytes.begin(), bytes.end(), bytes.begin(), [](char c) { return ~c; });
-        return bytes;
-    }
+    explicit Inverter(qint64 room) : m_room(room) { open(QIODevice::ReadWrite | QIODevice::Unbuffered); }
+    static void invert(char* data, qint64 size) { std::transform(data, data + size, data, std::bit_not<char>()); }
 
 protected:
     qint64 readData(char* data, qint64 size) override
     {
         const qint64 count = QBuffer::readData(data, size);
-        const QByteArray bytes = inverted(data, count);
-        std::copy(bytes.begin(), bytes.end(), data);
+        invert(data, qMax<qint64>(0, count));
         return count;
     }
-    qint64 writeData(const char* data, qint64 size) override { return QBuffer::writeData(inverted(data, size), size); }
+    qint64 writeData(const char* data, qint64 size) override
+    {
+        QByteArray bytes(data, int(qMin(size, m_room - pos())));
+        invert(bytes.data(), bytes.size());
+        return QBuffer::writeData(bytes.constData(), bytes.size());
+    }
+
+private:
+    qint64 m_room;
 };
 
 template <class Write> QByteArray written(const Setting& apply, Write write)
@@ -74,9 +63,7 @@ template <class Write> QByteArray written(const Setting& apply, Write write)
     });
 }
 
-const QDateTime noon({2024, 2, 29}, {12, 0}, Qt::UTC);
-
-Station station(const QDateTime& time = noon)
+Station station(const QDateTime& time = QDateTime({2024, 2, 29}, {12, 0}, Qt::UTC))
 {
     Station s;
     s.SetStationID(-7);
@@ -89,14 +76,14 @@ Station station(const QDateTime& time = noon)
     return s;
 }
 
-/// What becomes of a time on a stream of older version, which knows no offsets.
+/// What becomes of a time on a stream, of which an older version knows no offsets; null without a value.
 QDateTime carried(const Setting& apply, const QDateTime& time)
 {
     QDataStream stream(written(apply, [&](QDataStream& out) { out << time; }));
     apply(stream);
     QDateTime read;
     stream >> read;
-    return read;
+    return read.isValid() ? read : QDateTime();
 }
 
 /// Reads two packed stations, one behind the other, and what follows them.
@@ -109,6 +96,7 @@ void expectTwo(QDataStream&& stream, const Setting& apply, const Station& expect
     second.SetVersionSpecificBinaryWithoutValidation(stream);
     stream >> behind;
     EXPECT_TRUE(first == expected && second == expected);
+    EXPECT_EQ(first.GetTimeStamp().isNull(), expected.GetTimeStamp().isNull());
     EXPECT_EQ(behind, 0x1234);
     EXPECT_EQ(stream.status(), QDataStream::Ok);
 }
@@ -118,7 +106,10 @@ void expectTwo(QDataStream&& stream, const Setting& apply, const Station& expect
 TEST(Streams, HoldWhatTheStreamItselfWouldWrite)
 {
     const QDateTime utc({2024, 2, 29}, {23, 59, 58, 7}, Qt::UTC);
-    for (const QDateTime& time : {utc, utc.toLocalTime(), utc.toOffsetFromUtc(3600), QDateTime()}) {
+    const QDate none;
+    for (const QDateTime& time :
+         {utc, utc.toLocalTime(), utc.toOffsetFromUtc(3600), QDateTime(), QDateTime(none, QTime(), Qt::UTC),
+          QDateTime(none, {1, 2}, Qt::UTC), QDateTime(none, {1, 2}), QDateTime(none, {1, 2}, Qt::OffsetFromUTC, 60)}) {
         SCOPED_TRACE(time.toString(Qt::ISODate).toStdString());
         const Station s = station(time);
         withSettings([&](const Setting& apply) {
@@ -154,30 +145,12 @@ TEST(Streams, HoldWhatTheStreamItselfWouldWrite)
     }
 }
 
-TEST(Streams, HoldDateTimesWithoutAValueAsTheyAreAndGiveNull)
-{
-    for (const QDateTime& time : {QDateTime(QDate(), QTime(), Qt::UTC), QDateTime(QDate(), {1, 2}, Qt::UTC),
-                                  QDateTime(QDate(), {1, 2}), QDateTime(QDate(), {1, 2}, Qt::OffsetFromUTC, 60)}) {
-        withSettings([&](const Setting& apply) {
-            Detection detection, read;
-            detection.SetStartTime(time);
-            const QByteArray bytes = written(
-                apply, [&](QDataStream& stream) { detection.GetVersionSpecificBinaryWithoutValidation(stream); });
-            EXPECT_EQ(bytes, written(apply, [&](QDataStream& stream) { stream << quint8(1) << time; }));
-            QDataStream stream(bytes);
-            apply(stream);
-            read.SetVersionSpecificBinaryWithoutValidation(stream);
-            EXPECT_TRUE(read.IsStartTimeSet() && read.GetStartTime().isNull());
-        });
-    }
-}
-
-TEST(Streams, AReadCountsItsOwnFailuresAlone)
+TEST(Streams, CountTheFailuresOfAReadAlone)
 {
     const Station s = station();
-    const QByteArray frame = s.GetBinaryRepresentationAsQByteArray(), body = packed(s);
-    Pipe pipe(frame + frame + s.GetCompressedBinaryRepresentationAsQByteArray() + body);
-    QDataStream memory(frame + frame), piped(&pipe);
+    const QByteArray frames = s.GetBinaryRepresentationAsQByteArray().repeated(2);
+    Pipe pipe(frames + packed(s));
+    QDataStream memory(frames), piped(&pipe);
     for (QDataStream* const stream : {&memory, &piped}) {
         stream->setStatus(QDataStream::ReadCorruptData);
         Station first, second;
@@ -191,7 +164,7 @@ TEST(Streams, AReadCountsItsOwnFailuresAlone)
     }
 }
 
-TEST(Streams, AFieldThatIsCutShortIsALengthError)
+TEST(Streams, AreCutShortAlikeInMemoryAndInAPipe)
 {
     const QByteArray fields[] = {
         bytesOf([](QDataStream& out) { out << 1 << 100 << quint64(0); }),          // of no member
@@ -203,10 +176,6 @@ TEST(Streams, AFieldThatIsCutShortIsALengthError)
         EXPECT_THROW(Coordinate().SetBinary(memory, 108), TALLYFORM::BinaryParsingException);
         EXPECT_THROW(Coordinate().SetBinary(piped, 108), TALLYFORM::BinaryParsingException);
     }
-}
-
-TEST(Streams, EndOrFailAsTheyAre)
-{
     const QByteArray whole = packed(station());
     for (int size = 0; size < whole.size(); ++size) {
         Station fromMemory, fromPipe;
@@ -218,75 +187,56 @@ TEST(Streams, EndOrFailAsTheyAre)
         EXPECT_EQ(memory.status(), stream.status()) << size;
         EXPECT_TRUE(fromMemory == fromPipe) << size;
     }
-    QDataStream none;
-    EXPECT_FALSE(station(QDateTime()).GetBinary(none, 7, true));
 }
 
-TEST(Streams, WriteWhereTheyStand)
+TEST(Streams, AreWrittenWhereTheyStandOrStayAsTheyWere)
 {
     const Station s = station();
-    const QByteArray form = packed(s);
+    Area unset, empty; // a mandatory list that is not there throws, one without items declines
+    unset.SetName("Harbour");
+    empty = unset;
+    empty.GetCoordinate();
     for (const int place : {0, 2, 4}) {
         QByteArray bytes("abcd");
         const QByteArray kept = bytes;
         QBuffer buffer(&bytes);
+        qint64 told = 0;
+        QObject::connect(&buffer, &QIODevice::bytesWritten, [&](qint64 count) { told += count; });
         ASSERT_TRUE(buffer.open(QIODevice::ReadWrite) && buffer.seek(place));
         QDataStream stream(&buffer);
-        stream.setVersion(QDataStream::Qt_5_15);
+        EXPECT_THROW(unset.GetBinary(stream, 7, true), TALLYFORM::TallyException);
+        EXPECT_FALSE(empty.GetBinary(stream, 7, true));
+        EXPECT_EQ(bytes, kept);
         s.GetVersionSpecificBinaryWithoutValidation(stream);
+        EXPECT_TRUE(place < 4 || told == packed(s).size()) << "what is appended is told at once";
         stream << quint8('z');
-        EXPECT_EQ(bytes, kept.left(place) + form + 'z');
+        EXPECT_EQ(bytes, kept.left(place) + packed(s) + 'z');
         EXPECT_EQ(kept, "abcd");
     }
+    QDataStream none;
+    EXPECT_FALSE(station(QDateTime()).GetBinary(none, 7, true));
 }
 
 TEST(Streams, LeaveADeviceThatIsMoreThanMemoryItsOwnWay)
 {
     const Station s = station();
-    Inverter inverter;
-    ASSERT_TRUE(inverter.open(QIODevice::ReadWrite));
-    QDataStream stream(&inverter);
-    s.GetVersionSpecificBinaryWithoutValidation(stream);
     const QByteArray form = packed(s);
-    EXPECT_EQ(inverter.data(), Inverter::inverted(form.constData(), form.size()));
-    inverter.seek(0);
-    Station read;
-    read.SetVersionSpecificBinaryWithoutValidation(stream);
-    EXPECT_TRUE(read == s);
-
-    QBuffer buffer;
-    qint64 told = 0;
-    QObject::connect(&buffer, &QIODevice::bytesWritten, [&](qint64 bytes) { told += bytes; });
-    ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
-    QDataStream toBuffer(&buffer);
-    s.GetVersionSpecificBinaryWithoutValidation(toBuffer);
-    EXPECT_EQ(told, form.size());
-}
-
-TEST(Streams, AreAsTheyWereIfNothingIsWritten)
-{
-    Area unset, empty; // a mandatory list that is not there throws, one without items declines
-    unset.SetName("Harbour");
-    empty = unset;
-    empty.GetCoordinate();
-    QByteArray bytes("abcd");
-    QDataStream stream(&bytes, QIODevice::Append);
-    EXPECT_THROW(unset.GetBinary(stream, 7, true), TALLYFORM::TallyException);
-    EXPECT_FALSE(empty.GetBinary(stream, 7, true));
-    stream << quint8('z');
-    EXPECT_EQ(bytes, "abcdz");
-}
-
-TEST(Streams, ADeviceThatTakesNotAllIsNoticed)
-{
-    const Station whole = station();
-    const int size = tagged(whole).size();
-    for (const int room : {0, 1, size - 1, size}) {
-        Vessel vessel(room);
-        QDataStream stream(&vessel), packedStream(&vessel);
-        EXPECT_EQ(whole.GetBinary(stream, 7, true), room == size);
-        EXPECT_EQ(stream.status() == QDataStream::Ok, room == size);
-        whole.GetVersionSpecificBinaryWithoutValidation(packedStream);
-        EXPECT_EQ(packedStream.status() == QDataStream::Ok, room >= packed(whole).size());
+    const int most = tagged(s).size();
+    for (const int room : {0, 1, most - 1, most}) {
+        Inverter framed(room), device(room);
+        QDataStream frames(&framed), stream(&device);
+        EXPECT_EQ(s.GetBinary(frames, 7, true), room == most);
+        EXPECT_EQ(frames.status() == QDataStream::Ok, room == most);
+        s.GetVersionSpecificBinaryWithoutValidation(stream);
+        EXPECT_EQ(stream.status() == QDataStream::Ok, room >= form.size());
+        if (room < form.size())
+            continue;
+        Station read;
+        device.seek(0);
+        read.SetVersionSpecificBinaryWithoutValidation(stream);
+        EXPECT_TRUE(read == s);
+        QByteArray inverted = form;
+        Inverter::invert(inverted.data(), inverted.size());
+        EXPECT_EQ(device.data(), inverted);
     }
 }

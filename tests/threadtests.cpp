@@ -2,7 +2,6 @@
 
 #include "base/readfile.h"
 #include "exchangefixture.h"
-#include "recorder.h"
 
 #include <thread>
 
@@ -27,28 +26,16 @@ template <class Action> void inThreads(Action action)
 }
 
 /// Reads each member of a tree, which makes what is not there.
-template <class R> void readAll(const R& record);
-struct ReadAll
-{
-    int& unset;
-
-    template <class T> void operator()(const Member&, const T& field) const
-    {
-        if constexpr (IsRecord<T>)
-            readAll(field);
-        else
-            unset += field == T();
-    }
-    template <IsRecord T> void operator()(const Member&, const QVector<T>& list) const
-    {
-        for (const T& item : list)
-            readAll(item);
-    }
-};
 template <class R> void readAll(const R& record)
 {
-    int unset = 0;
-    visit(std::as_const(Record<R>::ownData(record)), ReadAll{unset});
+    visit(std::as_const(Record<R>::ownData(record)), []<class T>(const Member&, const T& field) {
+        if constexpr (IsRecord<T>)
+            readAll(field);
+        else if constexpr (requires { Record<typename T::value_type>::ownData(field[0]); })
+            std::for_each(field.begin(), field.end(), [](const auto& item) { readAll(item); });
+        else [[maybe_unused]]
+            const bool isUnset = field == T();
+    });
 }
 
 /// Everything one does with a list.

@@ -2,7 +2,6 @@
 #include "note.h"
 
 #include <QScopeGuard>
-#include <QTextCodec>
 
 #include <cerrno>
 #include <chrono>
@@ -25,10 +24,9 @@ QByteArray attributes(int count, const QByteArray& value)
 /// A document that declares one encoding and is in another.
 QByteArray encoded(const char* encoding, bool isMarked, const char* declared, const QString& members)
 {
-    const QString text = QString("%1<?xml version=\"1.0\" encoding=\"%2\"?><Note>%3</Note>")
-                             .arg(isMarked ? QString(QChar::ByteOrderMark) : QString(), declared, members);
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    return QTextCodec::codecForName(encoding)->fromUnicode(text.constData(), text.size(), &state);
+    const QString mark = isMarked ? QString(QChar::ByteOrderMark) : QString();
+    const QString text = "<?xml version=\"1.0\" encoding=\"%1\"?><Note>%2</Note>";
+    return encoded(encoding, mark + text.arg(declared, members));
 }
 
 } // namespace
@@ -60,14 +58,13 @@ protected:
     Note m_note;
 };
 
-TEST_F(FileTest, XmlIsWrittenIndentedAndReadBack)
+TEST_F(FileTest, XmlIsWrittenIndented)
 {
     ASSERT_TRUE(Note(QString::fromUtf8("\u00e4"), "").SaveXml(path("note")));
     EXPECT_EQ(read("note"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Note>\n <Title>\xc3\xa4</Title>\n"
                             " <Body></Body>\n</Note>\n");
-    ASSERT_TRUE(sampleNote().SaveXml(path("note")));
     EXPECT_TRUE(m_note.LoadXml(path("note")));
-    EXPECT_EQ(m_note, sampleNote());
+    EXPECT_EQ(m_note, Note(QString::fromUtf8("\u00e4"), ""));
 }
 
 TEST_F(FileTest, TheFirstBytesOfADocumentDecideOverTheEncodingThatItDeclares)
@@ -96,24 +93,24 @@ TEST_F(FileTest, TheFirstBytesOfADocumentDecideOverTheEncodingThatItDeclares)
 TEST_F(FileTest, ADeclarationIsShort)
 {
     const QByteArray blanks(2000, ' ');
-    for (const QByteArray& rest :
-         {QByteArray("'UTF-8'?><Note><Title>t</Title></Note>"), QByteArray("'UTF-7'?>+ADw-Note/>")}) {
+    for (const char* const rest : {"'UTF-8'?><Note><Title>t</Title></Note>", "'UTF-7'?>+ADw-Note/>"}) {
         const QString file = write("note", "<?xml version='1.0'" + blanks + "encoding=" + rest);
         EXPECT_EQ(reason(loadXml, file), ": The XML declaration is too long.");
     }
 }
 
-TEST_F(FileTest, ADocumentIsTheSameWhereverItsPortionsEnd)
+TEST_F(FileTest, ADocumentIsTheSameAsItsTextWhereverItsPortionsEnd)
 {
+    const Note nothing;
     const QByteArray blanks(100000, ' '), open("<Note><Title>"), many = attributes(300, "''");
     const std::pair<QByteArray, bool> cases[] = {
         {"\xf0\x9f\x93\xa1\xe2\x82\xac\xc3\xa4", true},
-        {"\xc3(", false},
         {"&amp;&#x20AC;<![CDATA[<]]>", true},
         {"<!--" + many + "--><![CDATA[" + many + "]]><?x" + many + "?>", true},
         {"<!--1 < 2" + many + "--><![CDATA[1 <= 2" + many + "]]>", true},
-        {"</Title><Body" + attributes(256, "'\"'") + "/><Title>", true},
-        {"</Title><Body" + attributes(257, "'\"'") + "/><Title>", false},
+        {many, true},
+        {"</Title><Body" + attributes(256, "'>\"'") + "/><Title>", true},
+        {"</Title><Body" + attributes(257, "'>\"'") + "/><Title>", false},
         {"</Title><Body" + attributes(257, "\">'\"") + "/><Title>", false},
         {"</Title><Body" + blanks + attributes(256, "''") + blanks + "/><Title>", true},
         {"</Title><Body" + blanks + attributes(256, "''") + blanks + "b=''/><Title>", false},
@@ -125,9 +122,9 @@ TEST_F(FileTest, ADocumentIsTheSameWhereverItsPortionsEnd)
                 const QByteArray document
                     = open + QByteArray(end - ahead - open.size(), '.') + text + "</Title></Note>";
                 EXPECT_EQ(loads(document), isGood);
-                Note expected;
-                EXPECT_TRUE(!isGood || expected.SetXmlString(QString::fromUtf8(document), false));
-                EXPECT_TRUE(!isGood || m_note == expected);
+                Note fromText;
+                EXPECT_EQ(fromText.SetXmlString(QString::fromUtf8(document), false), isGood);
+                EXPECT_TRUE(fromText == (isGood ? std::as_const(m_note) : nothing)) << "all or nothing is read";
             }
         }
     }
@@ -138,12 +135,10 @@ TEST_F(FileTest, AnOpenFileIsReadFromItsPositionAndStaysOpen)
     QFile file(write("note", "junk<Note><Title>t</Title></Note>"));
     EXPECT_FALSE(m_note.LoadXml(file));
     EXPECT_FALSE(file.isOpen());
-
     ASSERT_TRUE(file.open(QIODevice::ReadOnly) && file.seek(4));
     EXPECT_TRUE(m_note.LoadXml(file));
-    EXPECT_EQ(m_note.m_title, "t");
+    EXPECT_EQ(m_note, Note("t", QString()));
     EXPECT_TRUE(file.isOpen());
-
     file.close();
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_FALSE(m_note.LoadXml(file));
@@ -172,54 +167,36 @@ TEST_F(FileTest, APipeIsReadHoweverSlowlyItIsFilled)
     }
 }
 
-TEST_F(FileTest, AFailedLoadSaysWhere)
+TEST_F(FileTest, AFailedLoadSaysWhy)
 {
-    const QString missing = path("missing"), broken = "/proc/self/mem"; // which opens, and reads nothing at its begin
-    EXPECT_EQ(reason(loadXml, write("note", "<Note>\n <Title></Note>")).left(24), ", line 2, column 15: Ope");
+    const QString broken = "/proc/self/mem"; // which opens, and reads nothing at its begin
     for (const auto load : {loadXml, loadBinary}) {
-        EXPECT_EQ(reason(load, missing), ": No such file or directory");
+        EXPECT_EQ(reason(load, path("missing")), ": No such file or directory");
         EXPECT_EQ(reason(load, broken), ": " + qt_error_string(EIO));
-        EXPECT_NE(reason(load, path("")), "");
     }
-    const QString trailing = write("note", sampleNote().GetBinaryRepresentationAsQByteArray() + "trailing");
-    try {
-        m_note.LoadBinary(trailing);
-        FAIL();
-    } catch (const BinaryParsingException& failure) {
-        EXPECT_EQ(failure.GetOrigin(), trailing + ", byte 8");
-    }
-    EXPECT_EQ(m_note, Note());
 }
 
 TEST_F(FileTest, WhatCannotBeSavedLeavesTheFileAsItWas)
 {
     const auto logger = std::make_shared<Recorder>();
+    const QString cut = path("cut") + QChar::Null + "short";
     const Note note("t", "b");
     note.SetLogger(logger);
     write("note", "precious");
     EXPECT_FALSE(Note().SaveXml(path("note"))) << "nothing to write";
     EXPECT_FALSE(Note(QString(QChar(1)), QString()).SaveXml(path("note"))) << "not for XML";
     EXPECT_EQ(read("note"), "precious");
-    EXPECT_FALSE(note.SaveXml(path("")));
-    EXPECT_FALSE(note.SaveXml(QString()));
-    const QString cut = path("cut") + QChar::Null + "short";
-    EXPECT_FALSE(note.SaveXml(cut));
+    for (const QString& file : {QString(), path(""), cut})
+        EXPECT_FALSE(note.SaveXml(file));
     EXPECT_FALSE(QFile::exists(path("cut")));
-    ASSERT_EQ(logger->m_messages.size(), 3);
-    EXPECT_EQ(logger->m_messages[2], cut + ": A file name cannot hold a zero character.");
+    EXPECT_EQ(logger->m_messages.mid(2), QStringList(cut + ": A file name cannot hold a zero character."));
 }
 
-TEST_F(FileTest, BinaryIsReadInEveryFormItIsWrittenIn)
+TEST_F(FileTest, BinaryMayHaveBeenCompressedIntoAStream)
 {
-    const QByteArray plain = bytesOf([](QDataStream& out) { sampleNote().GetBinaryRepresentation(out); });
-    EXPECT_EQ(plain, sampleNote().GetBinaryRepresentationAsQByteArray());
-    for (const QByteArray& form :
-         {plain, bytesOf([](QDataStream& out) { sampleNote().GetCompressedBinaryRepresentation(out); }),
-          sampleNote().GetCompressedBinaryRepresentationAsQByteArray()}) {
-        Note note;
-        EXPECT_TRUE(note.LoadBinary(write("note", form)));
-        EXPECT_EQ(note, sampleNote());
-    }
+    const auto compress = [](QDataStream& out) { sampleNote().GetCompressedBinaryRepresentation(out); };
+    EXPECT_TRUE(m_note.LoadBinary(write("note", bytesOf(compress))));
+    EXPECT_EQ(m_note, sampleNote());
 }
 
 TEST_F(FileTest, InputBeyondTheLimitIsRefused)

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "../exchangefixture.h"
-#include "../recorder.h"
 #include "base/exceptions.h"
 #include "base/tallyobject.h"
 
+#include <QTextCodec>
 #include <QXmlStreamReader>
 
-/// An object of another maker, which inherits what records do in ways of their own: two texts, of which one has a
-/// limit, and a list.
+/// An object of another maker, which inherits what records do in ways of their own: two texts and a list.
 class Note : public TALLYFORM::ITallyObject
 {
 public:
@@ -74,8 +73,6 @@ protected:
             m_lines += GetTextValue(reader);
         else if (reader.name() == "Body")
             m_body = GetTextValue(reader);
-        if (GetValidate() && m_body.size() > 20)
-            throw TALLYFORM::OutOfRangeException("Body is too long");
     }
 };
 
@@ -86,3 +83,10 @@ inline bool operator==(const Note& a, const Note& b)
 
 /// A note with everything in it that a format might trip over.
 inline Note sampleNote() { return Note(QString::fromUtf8("<a & b> \u00e4"), "two\nlines", {"1", ""}); }
+
+/// A text in an encoding, without a byte order mark.
+inline QByteArray encoded(const QByteArray& encoding, const QString& text)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    return QTextCodec::codecForName(encoding)->fromUnicode(text.constData(), text.size(), &state);
+}
