@@ -18,6 +18,11 @@ public:
 
     /// Fills `size` bytes, but at the end of the file; gives how many. On failure there are no more.
     int read(char* to, int size);
+    qint64 limit() const { return m_limit; }
+    /// Of what is read from now on.
+    void setLimit(qint64 limit) { m_limit = limit; }
+    /// How many bytes were read.
+    qint64 size() const { return m_size; }
     /// Why reading failed; null if it did not.
     const QString& reason() const { return m_reason; }
 

@@ -1,29 +1,23 @@
+#include "base/xmldocument.h"
+
 #include "base/plainpull.h"
 #include "base/report.h"
-#include "base/savefile.h"
 #include "base/tallyobject.h"
 #include "base/xmlinput.h"
 
 #include <QFile>
-#include <QScopeGuard>
 #include <QTextCodec>
 #include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 
 #include <cstring>
+#include <limits>
+#include <optional>
 
 namespace TALLYFORM {
 
 namespace {
 
 using Kind = Fault::Kind;
-
-const QString noXmlCharacter = QStringLiteral("A character that XML cannot carry.");
-
-InputPlace placeIn(const QString& source, const QXmlStreamReader& reader)
-{
-    return {.source = source, .line = reader.lineNumber(), .column = reader.columnNumber()};
-}
 
 template <class From> QXmlStreamReader& restart(std::optional<QXmlStreamReader>& reader, From from)
 {
@@ -59,84 +53,63 @@ private:
 class FileInput final : public XmlInput
 {
 public:
-    explicit FileInput(QFile& file) : m_file(file), m_start(file.pos()) { m_document.emplace(file); }
+    FileInput(QFile& file, qint64 limit) : m_file(file), m_start(file.pos()) { m_bytes.emplace(file, limit); }
 
-    XmlFile& document() { return *m_document; }
-    int read(char* to, int size) override { return int(m_document->read(to, size)); }
+    XmlFile& bytes() { return *m_bytes; }
+    const XmlFile& bytes() const { return *m_bytes; }
+    int read(char* to, int size) override { return int(m_bytes->read(to, size)); }
     QXmlStreamReader& restart() override
     {
-        m_file.seek(m_start);
-        m_document.emplace(m_file);
-        return TALLYFORM::restart(m_reader, &*m_document);
+        if (m_bytes->reason().isNull()) {
+            m_file.seek(m_start);
+            const qint64 limit = m_bytes->limit();
+            m_bytes.emplace(m_file, std::numeric_limits<qint64>::max()); // its size was found to be right before
+            m_bytes->setLimit(limit);
+        }
+        return readHere();
     }
+    /// Qt's reader, where nothing was read yet.
+    QXmlStreamReader& readHere() { return TALLYFORM::restart(m_reader, &*m_bytes); }
 
 private:
     QFile& m_file;
     const qint64 m_start;
-    std::optional<XmlFile> m_document;
+    std::optional<XmlFile> m_bytes;
     std::optional<QXmlStreamReader> m_reader;
 };
 
-void readRoot(ITallyObject& object, XmlPull& document, const QString& source)
+class TextDocument final : public XmlDocument
 {
-    try {
-        object.ReadElement(document);
-    } catch (TallyFormException& failure) {
-        const QXmlStreamReader& reader = document.reader();
-        if (reader.hasError()) // what is missing is missing because the document breaks off
-            return;
-        failure.GetFault().place = placeIn(source, reader);
-        report(object, failure);
-        throw;
-    }
-}
+public:
+    TextDocument(const QString& text, const QString& source) : XmlDocument(source), m_input(text), m_pull(m_input) {}
+    XmlPull& pull() override { return m_pull; }
 
-/// Throws Refusal for a document that is not well-formed or is another object's, unless `reason` tells more.
-template <class Reason> void parse(ITallyObject& object, XmlPull& document, const QString& source, Reason reason)
-{
-    const QString name = object.GetObjectName();
-    QString otherRoot;
-    if (document.next() == XmlPull::Tag::Start) {
-        const QString root = QString::fromUtf8(document.name().data(), int(document.name().size()));
-        if (root == name) {
-            readRoot(object, document, source);
-        } else {
-            otherRoot = root;
-            document.reader().raiseError(QStringLiteral("The root element is '%1', not '%2'.").arg(root, name));
-        }
-    }
-    while (document.next() != XmlPull::Tag::None) {}
-    if (!reason().isNull())
-        throw Refusal({source}, reason(), Kind::Unreadable);
-    if (document.hasError())
-        throw Refusal(placeIn(source, document.reader()), document.reader().errorString(),
-                      otherRoot.isNull() ? Kind::Damaged : Kind::OtherObject, otherRoot);
-}
+private:
+    TextInput m_input;
+    PlainPull m_pull;
+};
 
-void readText(ITallyObject& object, const QString& text, const QString& source)
+/// One that cannot be read twice is left to Qt's reader from the beginning.
+class FileDocument final : public XmlDocument
 {
-    if (!text.isValidUtf16()) // of which the parser would make something else
-        throw Refusal({source}, noXmlCharacter, Kind::Damaged);
-    CrowdedTagSearch search;
-    search.pass(text);
-    if (search.hasFound())
-        throw Refusal({source}, CrowdedTagSearch::reason(), Kind::Unreadable);
-    TextInput input(text);
-    PlainPull document(input);
-    parse(object, document, source, [] { return QString(); });
-}
-
-void readUtf8(ITallyObject& object, FileInput& input, bool isReadOnce, const QString& source)
-{
-    const auto reason = [&] { return input.document().reason(); };
-    if (isReadOnce) {
-        std::optional<QXmlStreamReader> reader;
-        QtPull document(restart(reader, &input.document()));
-        return parse(object, document, source, reason);
+public:
+    FileDocument(QFile& file, qint64 limit) : XmlDocument(file.fileName()), m_input(file, limit)
+    {
+        if (file.isSequential())
+            m_pull = std::make_unique<QtPull>(m_input.readHere());
+        else
+            m_pull = std::make_unique<PlainPull>(m_input);
     }
-    PlainPull document(input);
-    parse(object, document, source, reason);
-}
+    XmlPull& pull() override { return *m_pull; }
+    void allow(qint64 bytes) override { m_input.bytes().setLimit(m_input.bytes().fetched() + bytes); }
+    XmlFile& bytes() { return m_input.bytes(); }
+
+private:
+    QString reason() const override { return m_input.bytes().reason(); }
+
+    FileInput m_input;
+    std::unique_ptr<XmlPull> m_pull;
+};
 
 /// Whether the text gives the document back, less a byte order mark: not every codec tells what it could not decode.
 bool isDecodingOf(const QByteArray& document, const QString& text, const QTextCodec& codec)
@@ -147,7 +120,7 @@ bool isDecodingOf(const QByteArray& document, const QString& text, const QTextCo
     return document.endsWith(encoded) && document.size() - encoded.size() <= longestMark;
 }
 
-void readForeign(ITallyObject& object, XmlFile& file, const QString& source)
+QString decoded(XmlFile& file, const QString& source)
 {
     const QByteArray document = file.readAll();
     if (!file.reason().isNull())
@@ -155,101 +128,67 @@ void readForeign(ITallyObject& object, XmlFile& file, const QString& source)
     const QString text = file.foreignCodec()->toUnicode(document);
     if (!isDecodingOf(document, text, *file.foreignCodec()))
         throw Refusal({source}, QStringLiteral("Not in the encoding that it declares."), Kind::Damaged);
-    readText(object, text, source);
-}
-
-void appendElement(const ITallyObject& object, QByteArray& document, bool isIndented, const ByteSink& sink)
-{
-    const int before = document.size();
-    bool isTaken = false;
-    const ByteSink noticed = [&](const char* bytes, int size) {
-        isTaken = true;
-        sink(bytes, size);
-    };
-    const bool isCarried = object.AppendXml(document, isIndented, sink ? noticed : nullptr);
-    const QString name = object.GetObjectName() + QLatin1String(": ");
-    if (!isTaken && document.size() == before)
-        throw Refusal({}, name + QLatin1String("Nothing to write."), Kind::Missing);
-    if (!isCarried) {
-        const QString uncarried = object.FindUncarried(WrittenForm::Xml);
-        throw Refusal({}, name + (uncarried.isNull() ? noXmlCharacter : uncarried), Kind::Uncarried);
-    }
-    reportUncarried(object, WrittenForm::Xml);
+    return text;
 }
 
 } // namespace
 
-bool ITallyObject::SetXmlString(const QString& xml, bool reset)
+XmlDocument::~XmlDocument() = default;
+
+std::unique_ptr<XmlDocument> XmlDocument::of(const QString& text, const QString& source)
 {
-    if (reset)
-        Reset();
-    return isDone(*this, [&] { readText(*this, xml, QStringLiteral("text")); });
+    if (!text.isValidUtf16()) // of which the parser would make something else
+        throw Refusal({source}, QStringLiteral("A character that XML cannot carry."), Kind::Damaged);
+    CrowdedTagSearch search;
+    search.pass(text);
+    if (search.hasFound())
+        throw Refusal({source}, CrowdedTagSearch::reason(), Kind::Unreadable);
+    return std::make_unique<TextDocument>(text, source);
 }
 
-bool ITallyObject::LoadXml(const QString& path)
+std::unique_ptr<XmlDocument> XmlDocument::of(QFile& file, qint64 limit)
 {
-    QFile file(path);
-    return LoadXml(file);
+    auto document = std::make_unique<FileDocument>(file, limit);
+    if (document->bytes().foreignCodec())
+        return of(decoded(document->bytes(), file.fileName()), file.fileName());
+    return document;
 }
 
-bool ITallyObject::LoadXml(QFile& file)
+InputPlace XmlDocument::place()
 {
-    return isDone(*this, [&] { ReadXml(file); });
+    const QXmlStreamReader& reader = pull().reader();
+    return {.source = m_source, .line = reader.lineNumber(), .column = reader.columnNumber()};
 }
 
-void ITallyObject::ReadXml(QFile& file)
+bool XmlDocument::begin(const ITallyObject& object)
 {
-    const bool wasOpen = file.isOpen();
-    if (!wasOpen && !file.open(QIODevice::ReadOnly))
-        throw Refusal({file.fileName()}, file.errorString(), Kind::Unreadable);
-    const auto close = qScopeGuard([&] {
-        if (!wasOpen)
-            file.close();
-    });
-    if (!file.isReadable())
-        throw Refusal({file.fileName()}, QStringLiteral("Not open for reading."), Kind::Unreadable);
-    FileInput input(file);
-    if (input.document().foreignCodec())
-        readForeign(*this, input.document(), file.fileName());
-    else
-        readUtf8(*this, input, file.isSequential(), file.fileName());
-}
-
-bool ITallyObject::AppendXml(QByteArray& document, bool isIndented, const ByteSink&) const
-{
-    QString text; // much faster to write into than a device
-    QXmlStreamWriter writer(&text);
-    writer.setAutoFormatting(isIndented);
-    writer.setAutoFormattingIndent(1);
-    GetXml(writer);
-    document += text.toUtf8();
-    return !writer.hasError() && text.isValidUtf16();
-}
-
-QString ITallyObject::GetXmlString() const
-{
-    QByteArray document;
-    return isDone(*this, [&] { appendElement(*this, document, false, nullptr); }) ? QString::fromUtf8(document)
-                                                                                  : QString();
-}
-
-bool ITallyObject::SaveXml(const QString& path) const
-{
-    return isDone(*this, [&] { WriteXml(path); });
-}
-
-void ITallyObject::WriteXml(const QString& path) const
-{
-    const auto produce = [this](const ByteSink& sink) {
-        QByteArray document("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
-        appendElement(*this, document, true, sink);
-        document += '\n';
-        sink(document.constData(), document.size());
+    if (pull().next() != XmlPull::Tag::Start)
+        return false;
+    const std::string_view name = pull().name();
+    const QString root = QString::fromUtf8(name.data(), int(name.size()));
+    if (root == object.GetObjectName())
         return true;
-    };
-    QString reason;
-    if (SaveFile(path, produce, reason) != SaveResult::Saved)
-        throw Refusal({path}, reason, Kind::Unwritable);
+    m_otherRoot = root;
+    pull().reader().raiseError(QStringLiteral("The root element is '%1', not '%2'.").arg(root, object.GetObjectName()));
+    return false;
+}
+
+bool XmlDocument::locate(TallyFormException& failure)
+{
+    if (pull().reader().hasError()) // what is missing is missing because the document breaks off
+        return false;
+    failure.GetFault().place = place();
+    return true;
+}
+
+void XmlDocument::end()
+{
+    while (pull().next() != XmlPull::Tag::None) {}
+    if (!reason().isNull())
+        throw Refusal({m_source}, reason(), Kind::Unreadable);
+    if (pull().hasError())
+        throw Refusal(place(), pull().reader().errorString(), m_otherRoot.isNull() ? Kind::Damaged : Kind::OtherObject,
+                      m_otherRoot);
 }
 
 } // namespace TALLYFORM

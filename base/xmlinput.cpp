@@ -144,7 +144,7 @@ void CrowdedTagSearch::pass(const QString& portion)
 
 bool CrowdedTagSearch::hasFound() const { return m_attributes > mostAttributes; }
 
-XmlFile::XmlFile(QFile& file) : m_file(file, GetInputLimit())
+XmlFile::XmlFile(QFile& file, qint64 limit) : m_file(file, limit)
 {
     open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     fetch();

@@ -37,8 +37,13 @@ private:
 class XmlFile final : public QIODevice
 {
 public:
-    /// Begins at the position of an open file.
-    explicit XmlFile(QFile& file);
+    /// Begins at the position of an open file, which is to hold no more bytes than the limit.
+    XmlFile(QFile& file, qint64 limit);
+
+    /// How many bytes the parser got at most.
+    qint64 fetched() const { return m_file.size(); }
+    qint64 limit() const { return m_file.limit(); }
+    void setLimit(qint64 limit) { m_file.setLimit(limit); }
 
     /// The codec of a document in another encoding than UTF-8; null for one in UTF-8.
     const QTextCodec* foreignCodec() const { return m_codec; }

@@ -257,6 +257,21 @@ void loading()
     //! [loading]
 }
 
+void singly()
+{
+    //! [singly]
+    EntryReader reader(QStringLiteral("channels.xml"), ListForm::Xml);
+    try {
+        for (FrequencyStoreEntry& entry : reader)
+            qInfo("%s: %.3f MHz", qPrintable(entry.GetComment()),
+                  entry.GetFFM_Settings().GetFrequency().GetValue() / 1e6);
+    } catch (const TallyException& failure) {
+        qInfo("%s: %s", qPrintable(failure.GetOrigin()), failure.what());
+    }
+    qInfo() << reader.count() << "entries of" << reader.heading().GetName();
+    //! [singly]
+}
+
 void upgrade()
 {
     //! [upgrade]
@@ -358,6 +373,7 @@ int main()
     chapter("table", table);
     chapter("badrow", badRow);
     chapter("loading", loading);
+    chapter("singly", singly);
     chapter("upgrade", upgrade);
     chapter("printing", printing);
     chapter("reflection", reflection);

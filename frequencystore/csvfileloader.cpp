@@ -27,7 +27,7 @@ class StreamLines final : public csv::Lines
 {
 public:
     explicit StreamLines(QTextStream& stream) : m_stream(stream) {}
-    bool atEnd() const override { return m_stream.atEnd(); }
+    bool atEnd() override { return m_stream.atEnd(); }
     QStringView next() override
     {
         m_stream.readLineInto(&m_line, csv::maxLineLength);

@@ -17,6 +17,7 @@
 #include "frequencystore/csvfileloader.h"
 #include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/filehandling.h"
+#include "frequencystore/listreader.h"
 #include "frequencystore/paths.h"
 #include "frequencystore/records/allrecords.h"
 #include "frequencystore/reflection.h"

@@ -1,8 +1,7 @@
-#include "frequencystore/csv/format.h"
+#include "frequencystore/csv/rowreader.h"
 
 #include "base/converters.h"
 #include "base/exceptions.h"
-#include "frequencystore/csv/loader.h"
 #include "frequencystore/csv/text.h"
 
 #include <algorithm>
@@ -31,13 +30,6 @@ QDateTime CellText::time()
 namespace {
 
 using Entry = FrequencyStoreEntry;
-
-/// A column that a file has, and its place in a row.
-struct Found
-{
-    const Column<Entry>* column;
-    int place;
-};
 
 /// A CSV file in memory.
 struct Table
@@ -95,9 +87,9 @@ Table load(const QString& file, ImportReport& report)
     return table;
 }
 
-QVector<Found> findColumns(const QStringList& names, const Format<Entry>& format, ImportReport& report)
+QVector<FoundColumn> findColumns(const QStringList& names, const Format<Entry>& format, ImportReport& report)
 {
-    QVector<Found> found;
+    QVector<FoundColumn> found;
     report.unknownColumns = names;
     report.unknownColumns.removeAll(QString()); // what stands behind a trailing separator
     for (const Column<Entry>& column : format.columns) {
@@ -125,7 +117,7 @@ void append(FrequencyStoreList& list, Entry&& entry)
 }
 
 /// Reads an entry; if that fails, `place` tells the cell at fault.
-Entry readRow(const QVector<Found>& found, const std::vector<QStringView>& cells, const Format<Entry>& format,
+Entry readRow(const QVector<FoundColumn>& found, const std::vector<QStringView>& cells, const Format<Entry>& format,
               CsvCell& place, ImportReport& report)
 {
     if (cells[found.first().place].isEmpty()) {
@@ -133,7 +125,7 @@ Entry readRow(const QVector<Found>& found, const std::vector<QStringView>& cells
         throw TallyException(QStringLiteral("Data is corrupted. 'Type' is not allowed to be empty!"));
     }
     Entry entry;
-    for (const Found& each : found) {
+    for (const FoundColumn& each : found) {
         const QStringView text = cells[each.place];
         if (!each.column->isAlwaysRead && isAbsent(text))
             continue;
@@ -159,7 +151,7 @@ Entry readRow(const QVector<Found>& found, const std::vector<QStringView>& cells
 void read(const Format<Entry>& format, const QString& file, FrequencyStoreList& list, ImportReport& report)
 {
     const Table table = load(file, report);
-    const QVector<Found> found = findColumns(table.columns, format, report);
+    const QVector<FoundColumn> found = findColumns(table.columns, format, report);
     std::vector<QStringView> cells;
     for (const Table::Row& row : table.rows) {
         CsvCell place{row.line, {}, {}};
@@ -171,6 +163,48 @@ void read(const Format<Entry>& format, const QString& file, FrequencyStoreList& 
             skipBadRow(place, failure, report);
         }
     }
+}
+
+RowReader::RowReader(const Format<Entry>& format, const QString& file, ImportReport& report)
+    : m_format(format), m_lines(file), m_report(report)
+{
+    try {
+        m_loader.emplace(m_lines, file, m_line);
+    } catch (const TallyException&) {
+        report.failed.line = m_line;
+        throw;
+    }
+    m_found = findColumns(m_loader->columns(), format, report);
+}
+
+bool RowReader::next(FrequencyStoreList& list)
+{
+    for (;;) {
+        CsvCell place;
+        try {
+            const bool isRow = m_loader->readRow(m_loader->columns().size());
+            place.line = m_line;
+            m_report.isMisencoded = m_lines.isMisencoded();
+            if (!isRow)
+                return end();
+            split(m_loader->row(), m_cells);
+            append(list, readRow(m_found, m_cells, m_format, place, m_report));
+            ++m_report.entries;
+            return true;
+        } catch (const TallyException& failure) {
+            place.line = m_line;
+            skipBadRow(place, failure, m_report);
+        }
+    }
+}
+
+bool RowReader::end()
+{
+    if (m_lines.haveContent())
+        m_report.emptyLine = m_line;
+    m_report.isMisencoded = m_lines.isMisencoded();
+    m_report.isComplete = true;
+    return false;
 }
 
 } // namespace Velmara::csv

@@ -58,6 +58,7 @@ template <class R> struct Record
     static void writeXmlTree(const R& r, XmlSink& sink);
     static void writeXml(const R& r, XmlSink& sink);
     static void readXml(R& r, TALLYFORM::XmlPull& in);
+    static void readStartTag(R& r, TALLYFORM::XmlPull& in);
     static void readElements(R& r, TALLYFORM::XmlPull& in);
     static int readElement(R& r, TALLYFORM::XmlPull& in);
     static bool isNamed(const R& r, std::string_view element);

@@ -43,7 +43,7 @@ TEST(TraceTest, FailuresThatGiveFalseAreTracedWithTheirPlaceUnderTheMask)
     qInstallMessageHandler(previous);
 
     ASSERT_EQ(traces.size(), 2);
-    const QRegularExpression refused("^velmara\\|base/xmldocument\\.cpp\\|[1-9]\\d*\\|/no/such/file: ");
+    const QRegularExpression refused("^velmara\\|base/tallyxml\\.cpp\\|[1-9]\\d*\\|/no/such/file: ");
     EXPECT_TRUE(traces[0].contains(refused)) << qPrintable(traces[0]);
     EXPECT_EQ(traces[1], QString::fromUtf8("velmara|frequencystore/filehandling.cpp|65535|50 %s \u00b5V"));
 }

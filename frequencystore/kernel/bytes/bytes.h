@@ -141,6 +141,8 @@ public:
             readRawAsStream(to, size);
     }
     int version() const { return m_stream.version(); }
+    /// Of what is read next, where the stream is in memory.
+    int position() const { return m_at; }
     void skip(int size);
     bool atEnd() const { return m_buffer ? m_at >= m_bytes.size() : m_stream.atEnd(); }
     bool isOk() const { return m_stream.status() == QDataStream::Ok; }

@@ -95,9 +95,14 @@ public:
         if (!isCountWritten(m_data, m))
             return;
         if (areItemsWritten(m_data, m))
-            readItems(m_in, list, [&] { grow(m_self, m_data, m, list, [&](T& item) { getPacked(m_in, item); }); });
+            readItems(m_in, list, [&] { readItem(m, list); });
         else
             m_in.skip(sizeof(qint32));
+    }
+
+    template <class T> void readItem(const Member& m, QVector<T>& list) const
+    {
+        grow(m_self, m_data, m, list, [&](T& item) { getPacked(m_in, item); });
     }
 
 private:

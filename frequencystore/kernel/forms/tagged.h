@@ -134,15 +134,18 @@ public:
 
     template <class T> void operator()(const Member& m, QVector<T>& list) const
     {
-        readItems(m_in, list, [&] {
-            grow(m_self, m_data, m, list, [&](T& item) {
-                qint32 length = 0;
-                m_in >> length;
-                if constexpr (IsRecord<T>)
-                    Record<T>::readTagged(item, m_in, length);
-                else
-                    item = get<T>(m);
-            });
+        readItems(m_in, list, [&] { readItem(m, list); });
+    }
+
+    template <class T> void readItem(const Member& m, QVector<T>& list) const
+    {
+        grow(m_self, m_data, m, list, [&](T& item) {
+            qint32 length = 0;
+            m_in >> length;
+            if constexpr (IsRecord<T>)
+                Record<T>::readTagged(item, m_in, length);
+            else
+                item = get<T>(m);
         });
     }
 

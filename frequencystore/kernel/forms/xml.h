@@ -188,13 +188,18 @@ template <class R> void readAttributes(R& r, XmlPull& in)
     });
 }
 
-template <class R> void Record<R>::readXml(R& r, XmlPull& in)
+template <class R> void Record<R>::readStartTag(R& r, XmlPull& in)
 {
-    auto& data = ownData(r);
     if constexpr (IsVersioned<R>)
         upgrade(r, versionIn(in, R::schemaVersion()));
     if constexpr (has<attributes, DataOf<R>>)
         readAttributes(r, in);
+}
+
+template <class R> void Record<R>::readXml(R& r, XmlPull& in)
+{
+    auto& data = ownData(r);
+    readStartTag(r, in);
     if constexpr (has<contents, DataOf<R>>)
         visit<contents>(data, XmlReader(r, data, in));
     else if (isItself(r))
