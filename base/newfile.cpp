@@ -52,6 +52,14 @@ int SystemFile::write(const char* bytes, qint64 size)
     return 0;
 }
 
+int SystemFile::writeAt(qint64 at, const char* bytes, qint64 size)
+{
+    for (ssize_t count = 0; size > 0; bytes += count, at += count, size -= count)
+        if (const int error = errorOf([&] { return count = ::pwrite(m_descriptor, bytes, size_t(size), at); }))
+            return error;
+    return 0;
+}
+
 int SystemFile::copyFrom(const SystemFile& other)
 {
     char portion[1 << 16];

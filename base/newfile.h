@@ -19,6 +19,8 @@ public:
     /// Opens one without a name, which ends with this.
     int openNameless(const char* folder);
     int write(const char* bytes, qint64 size);
+    /// Writes over what it holds there.
+    int writeAt(qint64 at, const char* bytes, qint64 size);
     /// Writes all that another file holds.
     int copyFrom(const SystemFile& other);
     /// Gives it room for so many bytes, as far as the file system knows how to, or leaves it as it was.

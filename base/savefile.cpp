@@ -1,13 +1,12 @@
 #include "base/savefile.h"
 
-#include "base/newfile.h"
+#include "base/filesaver.h"
 
 #include <QFile>
 
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
-#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -64,117 +63,117 @@ void takeAfter(const fs::path& replaced, int file)
 /// The error of writing to a file, 0 if it may be written.
 int accessErrorOf(const fs::path& file) { return faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) == 0 ? 0 : errno; }
 
-/// Collects the content in a new file beside the one that it is to replace. Where none can be made there, or the old
-/// one is no regular file, it waits in memory, and is written where it belongs once it is whole.
-class Saver
-{
-public:
-    explicit Saver(const QString& path) : m_path(QFile::encodeName(path).toStdString()), m_replaced(replacedBy(path)) {}
-
-    void write(const char* bytes, int size)
-    {
-        if (!m_isBegun)
-            begin();
-        m_size += size;
-        if (!m_new)
-            m_held.append(bytes, size);
-        else if (m_error == 0)
-            m_error = m_new->file().write(bytes, size);
-    }
-
-    SaveResult finish(QString& reason)
-    {
-        write(nullptr, 0); // makes the file, where that was all
-        if (!m_refusal.isNull())
-            return reason = m_refusal, SaveResult::NotOpened;
-        if (!m_replaced)
-            return writeToDevice(reason);
-        if (!m_new)
-            return overwrite(reason);
-        const bool isWhole = m_error == 0 && isDone(m_new->file().sync());
-        return isWhole ? replace(reason) : fail(reason);
-    }
-
-private:
-    bool isDone(int error) { return (m_error = error) == 0; }
-
-    void begin()
-    {
-        m_isBegun = true;
-        if (!m_replaced)
-            return;
-        const int accessError = accessErrorOf(*m_replaced);
-        if (accessError != 0 && accessError != ENOENT) {
-            m_refusal = qt_error_string(accessError);
-        } else if (const int error = m_new.emplace(m_replaced->native()).open()) {
-            m_new.reset();
-            m_hindrance = QStringLiteral("No file can be made in '%1': %2").arg(folder(), qt_error_string(error));
-            if (accessError == ENOENT)
-                m_refusal = m_hindrance;
-        } else {
-            takeAfter(*m_replaced, m_new->file().descriptor());
-        }
-    }
-
-    QString folder() const
-    {
-        const fs::path folder = m_replaced->parent_path();
-        return folder.empty() ? QStringLiteral(".") : QFile::decodeName(folder.c_str());
-    }
-
-    SaveResult fail(QString& reason) const
-    {
-        reason = QStringLiteral("Not all bytes could be written: ") + qt_error_string(m_error);
-        if (!m_hindrance.isNull())
-            reason += QStringLiteral(" (%1)").arg(m_hindrance);
-        return SaveResult::NotWritten;
-    }
-
-    SaveResult replace(QString& reason)
-    {
-        const int error = m_new->replaceTarget();
-        if (error == 0)
-            return SaveResult::Saved;
-        m_hindrance = QStringLiteral("It cannot be replaced: %1").arg(qt_error_string(error));
-        return overwrite(reason);
-    }
-
-    int copyTo(SystemFile& file)
-    {
-        return m_new ? file.copyFrom(m_new->file()) : file.write(m_held.constData(), m_held.size());
-    }
-
-    /// Only where no new file can take the place of the old one: what interrupts it leaves neither.
-    SaveResult overwrite(QString& reason)
-    {
-        SystemFile old;
-        const bool isSaved = isDone(old.open(m_replaced->c_str(), O_WRONLY)) && isDone(old.reserve(m_size))
-                          && isDone(copyTo(old)) && isDone(old.truncate(m_size)) && isDone(old.sync());
-        return isSaved ? SaveResult::Saved : fail(reason);
-    }
-
-    SaveResult writeToDevice(QString& reason)
-    {
-        SystemFile device;
-        if (const int error = device.open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC)) {
-            reason = qt_error_string(error);
-            return SaveResult::NotOpened;
-        }
-        return isDone(copyTo(device)) && isDone(device.close()) ? SaveResult::Saved : fail(reason);
-    }
-
-    std::string m_path;
-    std::optional<fs::path> m_replaced;
-    std::optional<NewFile> m_new;
-    QByteArray m_held;
-    qint64 m_size = 0;
-    bool m_isBegun = false;
-    int m_error = 0;
-    QString m_refusal;   ///< why nothing can be written
-    QString m_hindrance; ///< why no new file can take the place of the old one
-};
-
 } // namespace
+
+FileSaver::FileSaver(const QString& path)
+    : m_path(QFile::encodeName(path).toStdString()), m_replaced(replacedBy(path)),
+      m_refusal(path.contains(QChar::Null) // which would end the name for the system
+                    ? QStringLiteral("A file name cannot hold a zero character.")
+                    : QString())
+{}
+
+FileSaver::~FileSaver() = default;
+
+void FileSaver::write(const char* bytes, int size)
+{
+    if (!m_isBegun)
+        begin();
+    m_size += size;
+    if (!m_refusal.isNull())
+        return;
+    if (!m_new)
+        m_held.append(bytes, size);
+    else if (m_error == 0)
+        m_error = m_new->file().write(bytes, size);
+}
+
+void FileSaver::rewrite(qint64 at, const char* bytes, int size)
+{
+    if (!m_refusal.isNull())
+        return;
+    if (!m_new)
+        m_held.replace(int(at), size, bytes, size);
+    else if (m_error == 0)
+        m_error = m_new->file().writeAt(at, bytes, size);
+}
+
+SaveResult FileSaver::finish(QString& reason)
+{
+    write(nullptr, 0); // makes the file, where that was all
+    if (!m_refusal.isNull())
+        return reason = m_refusal, SaveResult::NotOpened;
+    if (!m_replaced)
+        return writeToDevice(reason);
+    if (!m_new)
+        return overwrite(reason);
+    const bool isWhole = m_error == 0 && isDone(m_new->file().sync());
+    return isWhole ? replace(reason) : fail(reason);
+}
+
+void FileSaver::begin()
+{
+    m_isBegun = true;
+    if (!m_replaced || !m_refusal.isNull())
+        return;
+    const int accessError = accessErrorOf(*m_replaced);
+    if (accessError != 0 && accessError != ENOENT) {
+        m_refusal = qt_error_string(accessError);
+    } else if (const int error = m_new.emplace(m_replaced->native()).open()) {
+        m_new.reset();
+        m_hindrance = QStringLiteral("No file can be made in '%1': %2").arg(folder(), qt_error_string(error));
+        if (accessError == ENOENT)
+            m_refusal = m_hindrance;
+    } else {
+        takeAfter(*m_replaced, m_new->file().descriptor());
+    }
+}
+
+QString FileSaver::folder() const
+{
+    const fs::path folder = m_replaced->parent_path();
+    return folder.empty() ? QStringLiteral(".") : QFile::decodeName(folder.c_str());
+}
+
+SaveResult FileSaver::fail(QString& reason) const
+{
+    reason = QStringLiteral("Not all bytes could be written: ") + qt_error_string(m_error);
+    if (!m_hindrance.isNull())
+        reason += QStringLiteral(" (%1)").arg(m_hindrance);
+    return SaveResult::NotWritten;
+}
+
+SaveResult FileSaver::replace(QString& reason)
+{
+    const int error = m_new->replaceTarget();
+    if (error == 0)
+        return SaveResult::Saved;
+    m_hindrance = QStringLiteral("It cannot be replaced: %1").arg(qt_error_string(error));
+    return overwrite(reason);
+}
+
+int FileSaver::copyTo(SystemFile& file)
+{
+    return m_new ? file.copyFrom(m_new->file()) : file.write(m_held.constData(), m_held.size());
+}
+
+/// Only where no new file can take the place of the old one: what interrupts it leaves neither.
+SaveResult FileSaver::overwrite(QString& reason)
+{
+    SystemFile old;
+    const bool isSaved = isDone(old.open(m_replaced->c_str(), O_WRONLY)) && isDone(old.reserve(m_size))
+                      && isDone(copyTo(old)) && isDone(old.truncate(m_size)) && isDone(old.sync());
+    return isSaved ? SaveResult::Saved : fail(reason);
+}
+
+SaveResult FileSaver::writeToDevice(QString& reason)
+{
+    SystemFile device;
+    if (const int error = device.open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC)) {
+        reason = qt_error_string(error);
+        return SaveResult::NotOpened;
+    }
+    return isDone(copyTo(device)) && isDone(device.close()) ? SaveResult::Saved : fail(reason);
+}
 
 SaveResult SaveFile(const QString& path, const QByteArray& content, QString& reason)
 {
@@ -184,11 +183,7 @@ SaveResult SaveFile(const QString& path, const QByteArray& content, QString& rea
 
 SaveResult SaveFile(const QString& path, const std::function<bool(const ByteSink&)>& produce, QString& reason)
 {
-    if (path.contains(QChar::Null)) { // which would end the name for the system
-        reason = QStringLiteral("A file name cannot hold a zero character.");
-        return SaveResult::NotOpened;
-    }
-    Saver saver(path);
+    FileSaver saver(path);
     const bool isProduced = produce([&](const char* bytes, int size) { saver.write(bytes, size); });
     return isProduced ? saver.finish(reason) : SaveResult::NotProduced;
 }

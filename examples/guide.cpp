@@ -272,6 +272,19 @@ void singly()
     //! [singly]
 }
 
+void filter()
+{
+    //! [filter]
+    EntryReader reader(QStringLiteral("channels.xml"), ListForm::Xml);
+    EntryWriter writer(QStringLiteral("high.csv"), ListForm::Csv, FrequencyStoreListHelper::ListType::Suppress);
+    for (const FrequencyStoreEntry& entry : reader)
+        if (entry.GetFFM_Settings().GetFrequency().GetValue() > 120e6)
+            writer.write(entry);
+    writer.finish(); // ahead of which nothing is at the path
+    qInfo() << writer.count() << "of" << reader.count();
+    //! [filter]
+}
+
 void upgrade()
 {
     //! [upgrade]
@@ -374,6 +387,7 @@ int main()
     chapter("badrow", badRow);
     chapter("loading", loading);
     chapter("singly", singly);
+    chapter("filter", filter);
     chapter("upgrade", upgrade);
     chapter("printing", printing);
     chapter("reflection", reflection);

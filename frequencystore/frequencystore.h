@@ -18,6 +18,7 @@
 #include "frequencystore/detectionresulthelper.h"
 #include "frequencystore/filehandling.h"
 #include "frequencystore/listreader.h"
+#include "frequencystore/listwriter.h"
 #include "frequencystore/paths.h"
 #include "frequencystore/records/allrecords.h"
 #include "frequencystore/reflection.h"

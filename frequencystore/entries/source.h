@@ -15,7 +15,7 @@ public:
 };
 
 /// Calls with the description of the member that holds a list's items, and its field.
-template <class Item, class List, class Action> void withItems(List& list, Action action)
+template <class Item, class List, class Action> void withItems(const List& list, Action action)
 {
     kernel::visit(kernel::Record<List>::ownData(list), [&]<class T>(const kernel::Member& m, T& field) {
         if constexpr (std::is_same_v<T, QVector<Item>>)

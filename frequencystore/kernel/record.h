@@ -57,6 +57,7 @@ template <class R> struct Record
     static QVector<TALLYFORM::Fault> findFaults(const R& r);
     static void writeXmlTree(const R& r, XmlSink& sink);
     static void writeXml(const R& r, XmlSink& sink);
+    static void openXml(const R& r, XmlSink& sink);
     static void readXml(R& r, TALLYFORM::XmlPull& in);
     static void readStartTag(R& r, TALLYFORM::XmlPull& in);
     static void readElements(R& r, TALLYFORM::XmlPull& in);

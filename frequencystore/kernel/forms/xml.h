@@ -44,11 +44,15 @@ public:
 
     template <IsRecord T> void operator()(const Member& m, const QVector<T>& list) const
     {
-        for (int i = 0; i < list.size(); ++i) {
-            const bool isThere = hasContent(m, list.at(i));
-            if (m_data.isSet(m) || !m.isMandatory())
-                within(m, i, [&] { putItem(m, list.at(i), isThere); });
-        }
+        for (int i = 0; i < list.size(); ++i)
+            putItem(m, list.at(i), i);
+    }
+
+    template <IsRecord T> void putItem(const Member& m, const T& item, int index) const
+    {
+        const bool isThere = hasContent(m, item);
+        if (m_data.isSet(m) || !m.isMandatory())
+            within(m, index, [&] { putContent(m, item, isThere); });
     }
 
     template <IsValue T> void operator()(const Member& m, const QVector<T>& list) const
@@ -58,7 +62,7 @@ public:
     }
 
 private:
-    template <class T> void putItem(const Member& m, const T& item, bool isThere) const
+    template <class T> void putContent(const Member& m, const T& item, bool isThere) const
     {
         if (!m_data.isSet(m))
             Record<T>::checkOnWriting(item); // which the Check of a record without the list has not done
@@ -155,6 +159,13 @@ template <class R> void Record<R>::writeXmlTree(const R& r, XmlSink& sink)
 
 template <class R> void Record<R>::writeXml(const R& r, XmlSink& sink)
 {
+    openXml(r, sink);
+    sink.endElement(r.GetObjectName());
+}
+
+/// Writes all of the element but its end.
+template <class R> void Record<R>::openXml(const R& r, XmlSink& sink)
+{
     const auto& data = ownData(r);
     const XmlWriter members(r, data, sink);
     if (const QString reason = reasonAgainstName(r); !reason.isNull())
@@ -166,7 +177,6 @@ template <class R> void Record<R>::writeXml(const R& r, XmlSink& sink)
     visit<attributes>(data, members);
     visit<elements>(data, members);
     visit<contents>(data, members);
-    sink.endElement(r.GetObjectName());
 }
 
 template <class R> bool Record<R>::isNamed(const R& r, std::string_view element)
