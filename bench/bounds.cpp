@@ -47,6 +47,12 @@ Make filled(const QByteArray& head, const QByteArray& item, const QByteArray& ta
     };
 }
 
+/// A piece as long as there is room for, and one entry behind it.
+Make stretched(const QByteArray& head, const QByteArray& piece, const QByteArray& tail)
+{
+    return [=](int size) { return Input{filled(head, piece, tail)(size).bytes, 1}; };
+}
+
 /// As many items as there is room for in what a frame makes of them.
 Make framed(QByteArray (*frame)(const Input&), const QByteArray& item)
 {
@@ -139,10 +145,24 @@ Make understated(const Make& make)
     };
 }
 
+const QByteArray newerList = "<FrequencyStoreList Version='9.9'>"; // in which there may be anything
 const QByteArray list = "<FrequencyStoreList Version='1.2'>", end = "</FrequencyStoreList>";
 const QByteArray entryEnd = "</FrequencyStoreEntry>", leastElement = xml(leastEntry()).toUtf8();
 const QByteArray hollowParts
     = "<FrequencyStoreEntry><ShortTime_Settings/><Profile_Data/><Demodulator_Settings/>" + entryEnd;
+
+const QByteArray entry = "<FrequencyStoreEntry/>", of8 = " a='' b='' c='' d='' e='' f='' g='' h=''/>";
+const QByteArray lateComment = "<!---->" + end, lateEntry = entry + end;
+const Make oneText = filled(list + "<Name>", "a", "</Name>" + end);
+const Make oneCommentedText = filled(list + "<Name>", "a", "</Name>" + lateComment);
+const Make nest = filled(list, "<a>"), commentedEntries = filled(list, entry, lateComment);
+const Make crowdedEntries = filled(list, "<FrequencyStoreEntry z=''" + of8, end);
+
+Input endedNest(int size)
+{
+    const Input starts = filled(newerList, "<a>")(size * 3 / 7);
+    return {starts.bytes + QByteArray("</a>").repeated(starts.items) + lateEntry, 1};
+}
 
 Input manyAttributes(int size)
 {
@@ -203,6 +223,11 @@ QString readXml(FrequencyStoreList& list, const QByteArray& input)
     return refusalOf(list, [&] { return list.LoadXml(fileOf(input)); });
 }
 
+QString readXmlText(FrequencyStoreList& list, const QByteArray& input)
+{
+    return refusalOf(list, [&] { return list.SetXmlString(QString::fromUtf8(input), true); });
+}
+
 QString readCompressed(FrequencyStoreList& list, const QByteArray& input)
 {
     return refusalOf(list, [&] { return list.SetBinaryRepresentation(input); });
@@ -258,12 +283,24 @@ struct Case
 const char* const unended = "Premature end of document";
 
 const Case cases[] = {
-    {"XML, elements nested", false, filled(list, "<a>"), readXml, unended},
+    {"XML, elements nested", false, nest, readXml, unended},
+    {"XML text, elements nested", false, nest, readXmlText, unended},
+    {"XML, elements nested and ended", false, endedNest, readXml},
     {"XML, attributes of one element", false, manyAttributes, readXml, "too many attributes"},
     {"XML, the same in UTF-7", false, manyHiddenAttributes, readXml, "'UTF-7' is not accepted"},
     {"XML, namespaces nested", false, manyNamespaces, readXml, unended},
-    {"XML, one text", false, filled(list + "<Name>", "a", "</Name>" + end), readXml, nullptr, lettersIn},
-    {"XML, hollow entries", false, filled(list, "<FrequencyStoreEntry/>", end), readXml},
+    {"XML, one name", false, stretched(newerList + "<", "a", "/>" + lateEntry), readXml},
+    {"XML, one attribute", false, stretched("<FrequencyStoreList a='", "a", "'>" + lateEntry), readXml},
+    {"XML, one text", false, oneText, readXml, nullptr, lettersIn},
+    {"XML text, one text", false, oneText, readXmlText, nullptr, lettersIn},
+    {"XML, one text, a late comment", false, oneCommentedText, readXml, nullptr, lettersIn},
+    {"XML text, one text, a late comment", false, oneCommentedText, readXmlText, nullptr, lettersIn},
+    {"XML, hollow entries", false, filled(list, entry, end), readXml},
+    {"XML, hollow entries, a late comment", false, commentedEntries, readXml},
+    {"XML text, hollow entries, a late comment", false, commentedEntries, readXmlText},
+    {"XML, entries of 8 attributes", false, filled(list, "<FrequencyStoreEntry" + of8, end), readXml},
+    {"XML, entries of 9 attributes", false, crowdedEntries, readXml},
+    {"XML text, entries of 9 attributes", false, crowdedEntries, readXmlText},
     {"XML, hollow parts", false, filled(list, hollowParts, end), readXml, nullptr, entriesWithPartsIn},
     {"XML, empty stations", true, filled(list + leastElement.chopped(entryEnd.size()), "<Station/>", entryEnd + end),
      readXml, nullptr, stationsIn},

@@ -18,16 +18,13 @@ class ITallyObject;
 
 namespace Velmara::bench {
 
-/// What a floor went over, which tells that it did the work.
+/// What a reader went over, which tells that it did the work.
 struct Tally
 {
-    qint64 values = 0;
-    qint64 numbers = 0;
-    double sum = 0;
+    qint64 tags = 0;
+    qint64 texts = 0;
 
-    void take(const QStringRef& text);
-    /// Sums may be taken in another order.
-    bool operator==(const Tally& other) const;
+    bool operator==(const Tally&) const = default;
 };
 
 /// One call of an XML writer.
@@ -50,8 +47,11 @@ public:
     /// Collects the tokens of a document, which are to give the same bytes again.
     XmlFloor(const QString& document, const QString& output);
 
-    /// Goes over a document, converts its numbers and keeps nothing.
+    ///@{
+    /// Goes over a document, in a file or in memory, and keeps nothing.
     static Tally load(const QString& document);
+    static Tally read(const QString& text);
+    ///@}
     bool save() const;
 
     const std::vector<XmlToken>& tokens() const { return m_tokens; }
@@ -61,15 +61,13 @@ private:
     std::vector<XmlToken> m_tokens;
 };
 
-/// Tagged binary: its bytes copied, and the numbers in it formatted or parsed.
+/// Writing tagged binary: its bytes copied, and the numbers in it formatted.
 class TaggedFloor
 {
 public:
     TaggedFloor(const std::vector<XmlToken>& tokens, const QByteArray& bytes);
 
     QByteArray write() const;
-    /// The bytes and the sum of the numbers in them.
-    std::pair<QByteArray, double> read() const;
 
 private:
     struct Number
@@ -77,7 +75,6 @@ private:
         double value;
         int precision;
         int place; ///< of its text in the bytes
-        QByteArray text;
     };
 
     QByteArray m_bytes;
@@ -111,24 +108,14 @@ public:
 
     /// Splits all lines and gives the number of cells.
     qint64 load() const;
-    /// Writes the same cells, numbers as numbers.
+    /// Writes the same cells, whose texts stand ready.
     bool save() const;
 
 private:
-    enum class Kind { Text, Integer, Fixed, General };
-    struct Cell
-    {
-        Kind kind;
-        double number;
-        QString text;
-    };
-
-    static Cell cellOf(const QString& column, const QString& text);
-
     QString m_file;
     QString m_output;
-    QStringList m_columns;
-    std::vector<Cell> m_cells;
+    QStringList m_cells;
+    int m_columns = 0;
 };
 
 } // namespace Velmara::bench

@@ -15,6 +15,26 @@ using TALLYFORM::ITallyObject;
 
 namespace {
 
+/// What is in a list, to tell whether two hold the same. Sums may be taken in another order.
+struct Values
+{
+    qint64 count = 0;
+    qint64 numbers = 0;
+    double sum = 0;
+
+    void take(const QString& text)
+    {
+        bool isNumber = false;
+        sum += text.toDouble(&isNumber);
+        numbers += isNumber;
+        ++count;
+    }
+    bool operator==(const Values& other) const
+    {
+        return count == other.count && numbers == other.numbers && isNear(sum, other.sum);
+    }
+};
+
 /// A message of the type that was generated for a record class.
 std::unique_ptr<Message> messageFor(const ITallyObject& record)
 {
@@ -51,16 +71,15 @@ void fill(Message& message, const ITallyObject& record)
 }
 
 /// Takes a value as it stands in a document, where times are no numbers.
-void take(Tally& tally, const Message& message, const FieldDescriptor* field, int item)
+void take(Values& values, const Message& message, const FieldDescriptor* field, int item)
 {
     std::string literal;
     TextFormat::PrintFieldValueToString(message, field, item, &literal);
-    const QString text = QString::fromStdString(literal);
     const bool isTime = field->cpp_type() == FieldDescriptor::CPPTYPE_INT64;
-    tally.take(isTime ? QStringRef() : QStringRef(&text));
+    values.take(isTime ? QString() : QString::fromStdString(literal));
 }
 
-void takeAll(Tally& tally, const Message& message)
+void takeAll(Values& values, const Message& message)
 {
     const auto& reflection = *message.GetReflection();
     std::vector<const FieldDescriptor*> fields;
@@ -69,10 +88,10 @@ void takeAll(Tally& tally, const Message& message)
         const bool isList = field->is_repeated();
         for (int i = 0; i < (isList ? reflection.FieldSize(message, field) : 1); ++i)
             if (field->cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE)
-                take(tally, message, field, isList ? i : -1);
+                take(values, message, field, isList ? i : -1);
             else
-                takeAll(tally, isList ? reflection.GetRepeatedMessage(message, field, i)
-                                      : reflection.GetMessage(message, field));
+                takeAll(values, isList ? reflection.GetRepeatedMessage(message, field, i)
+                                       : reflection.GetMessage(message, field));
     }
 }
 
@@ -83,10 +102,10 @@ PackedFloor::PackedFloor(const ITallyObject& record, const std::vector<XmlToken>
 {
     fill(*m_message, record);
     m_bytes = write();
-    Tally document, message;
+    Values document, message;
     for (const XmlToken& token : tokens)
         if (token.hasText() && !token.isVersion())
-            document.take(QStringRef(&token.text));
+            document.take(token.text);
     takeAll(message, *read(m_bytes));
     require(message == document, "the message holds the values of the document");
 }

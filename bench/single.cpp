@@ -53,10 +53,11 @@ public:
         add("XmlSave/floor", &List::saveXmlFloor, &List::xmlSize);
         add("XmlLoad", &List::loadXml, &List::xmlSize);
         add("XmlLoad/floor", &List::loadXmlFloor, &List::xmlSize);
+        add("XmlRead", &List::readXml, &List::xmlSize);
+        add("XmlRead/floor", &List::readXmlFloor, &List::xmlSize);
         add("TaggedWrite", &List::writeTagged, &List::taggedSize);
         add("TaggedWrite/floor", &List::writeTaggedFloor, &List::taggedSize);
         add("TaggedRead", &List::readTagged, &List::taggedSize);
-        add("TaggedRead/floor", &List::readTaggedFloor, &List::taggedSize);
         add("PackedWrite", &List::writePacked, &List::packedSize);
         add("PackedWrite/floor", &List::writePackedFloor, &List::messageSize);
         add("PackedRead", &List::readPacked, &List::packedSize);

@@ -2,6 +2,8 @@
 
 /// Taking times on a machine that others use as well.
 
+#include <malloc.h>
+
 #include <ctime>
 
 #include <algorithm>
@@ -20,17 +22,19 @@ inline double processorSeconds()
 }
 
 /// Lets the allocator do what it has put off while results were taken down; else the next action that asks for a large
-/// block would pay for it.
-inline void settleHeap()
+/// block would pay for it. It may give back what is free, so that the next action finds pages that are new.
+inline void settleHeap(bool isGivenBack)
 {
+    if (isGivenBack)
+        malloc_trim(0);
     void* volatile block = std::malloc(1 << 16);
     std::free(block);
 }
 
 /// How long an action takes until its result is there; taking that down again does not count.
-template <class Action> double secondsOf(Action action)
+template <class Action> double secondsOf(Action action, bool isHeapGivenBack = false)
 {
-    settleHeap();
+    settleHeap(isHeapGivenBack);
     const double start = processorSeconds();
     [[maybe_unused]] const auto result = action();
     return processorSeconds() - start;
@@ -50,6 +54,7 @@ struct Repetitions
     int rounds;
     int velmaraRuns; ///< in a turn
     int floorRuns;
+    bool isHeapGivenBack = false; ///< ahead of each run
 
     static constexpr int fewestRounds = 3;
     static constexpr std::chrono::seconds longest{9};
@@ -72,9 +77,9 @@ template <class Library, class Floor> Comparison compare(Repetitions repetitions
         = [&](int round) { return round < Repetitions::fewestRounds || std::chrono::steady_clock::now() < end; };
     for (int round = 0; round < repetitions.rounds && isTimeLeft(round); ++round) {
         std::vector<double> floors, libraries;
-        const auto takeTurn = [](std::vector<double>& seconds, int runs, const auto& action) {
+        const auto takeTurn = [&](std::vector<double>& seconds, int runs, const auto& action) {
             for (int i = 0; i < runs; ++i)
-                seconds.push_back(secondsOf(action));
+                seconds.push_back(secondsOf(action, repetitions.isHeapGivenBack));
         };
         takeTurn(floors, repetitions.floorRuns, floor);
         takeTurn(libraries, repetitions.velmaraRuns, library);

@@ -77,6 +77,12 @@ public:
         require(list.LoadXml(m_xml), "an XML document is read");
         return list;
     }
+    R readXml()
+    {
+        R list;
+        require(list.SetXmlString(*m_text, true), "an XML text is read");
+        return list;
+    }
     QByteArray writeTagged() { return m_list.GetBinaryRepresentationAsQByteArray(); }
     R readTagged()
     {
@@ -108,9 +114,9 @@ public:
     bool check() { return m_list.Check(), true; }
 
     Tally loadXmlFloor() { return m_xmlFloor->load(m_xml); }
+    Tally readXmlFloor() { return m_xmlFloor->read(*m_text); }
     bool saveXmlFloor() { return m_xmlFloor->save(); }
     QByteArray writeTaggedFloor() { return m_taggedFloor->write(); }
-    auto readTaggedFloor() { return m_taggedFloor->read(); }
     std::string writePackedFloor() { return packedFloor().write(); }
     auto readPackedFloor() { return packedFloor().read(packedFloor().bytes()); }
 
@@ -126,6 +132,7 @@ private:
     QString m_xml;
     QString m_output;
     R m_list;
+    Lazy<QString> m_text = [this] { return QString::fromUtf8(contentOf(m_xml)); };
     Lazy<R> m_unchecked = [this] {
         R list = loadXml();
         list.SetValidate(false);
