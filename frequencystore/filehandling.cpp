@@ -32,11 +32,8 @@ QString placeOf(const CsvCell& cell, const QString& file)
     return place;
 }
 
-void writeText(const QString& file, QString text)
+void writeText(const QString& file, const QString& text)
 {
-#ifdef Q_OS_WIN
-    text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
-#endif
     QString reason;
     switch (SaveFile(file, text.toUtf8(), reason)) {
     case SaveResult::Saved: return;

@@ -1,5 +1,7 @@
 #include "frequencystore/csv/text.h"
 
+#include <algorithm>
+
 namespace Velmara::csv {
 
 void LineWatch::damage(CsvDamage damage, QLatin1String column, QStringView text)
@@ -13,10 +15,11 @@ void LineWatch::cell(QLatin1String column, QStringView text)
     for (const QChar c : text) {
         breaksLine |= c == u';' || c == u'\n' || c == u'\r';
         hasSurrogates |= c.isSurrogate();
-        m_breaks += c == u'\n';
     }
-    if (breaksLine)
+    if (breaksLine) {
+        m_breaks += int(std::count(text.begin(), text.end(), u'\n'));
         damage(CsvDamage::BrokenLine, column, text);
+    }
     if (hasSurrogates && !text.isValidUtf16())
         damage(CsvDamage::NoCharacter, column, text);
 }

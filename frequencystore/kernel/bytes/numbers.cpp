@@ -49,9 +49,11 @@ quint64 scaled(double fraction, int decimals)
 /// A magnitude below 2^63 as its digits before and behind the point.
 struct Rounded
 {
-    Rounded(double magnitude, int decimals)
-        : whole(quint64(qint64(magnitude))), fraction(scaled(magnitude - double(qint64(magnitude)), decimals))
+    Rounded(double magnitude, int decimals) : whole(quint64(qint64(magnitude))), fraction(0)
     {
+        if (double(qint64(magnitude)) == magnitude)
+            return;
+        fraction = scaled(magnitude - double(qint64(magnitude)), decimals);
         if (fraction == powersOfTen[size_t(decimals)]) {
             ++whole;
             fraction = 0;
