@@ -50,6 +50,19 @@ void convertResults(const ListFile& file, FrequencyStoreListHelper& helper, Form
     helper.SetFrequencyStoreList(store);
 }
 
+/// Tells how many entries there were.
+QString convert(const ListFile& in, const ListFile& out)
+{
+    if (in.type != ListType::DetectionResult)
+        if (const auto count = copyList(in, out))
+            return counted(int(*count), "entry", "entries");
+    FrequencyStoreListHelper helper = readList(in);
+    if (in.type == ListType::DetectionResult)
+        convertResults(in, helper, out.form);
+    writeList(out, helper);
+    return countIn(helper);
+}
+
 } // namespace
 
 int convert(const QStringList& arguments)
@@ -65,12 +78,9 @@ int convert(const QStringList& arguments)
     return line.run(arguments, [&] {
         const QStringList files = line.files(2, 2);
         const ListFile in = line.input(files[0]), out = line.output(files[1]);
-        FrequencyStoreListHelper helper = readList(in);
-        if (in.type == ListType::DetectionResult)
-            convertResults(in, helper, out.form);
-        writeList(out, helper);
+        const QString count = convert(in, out);
         if (!out.isStream())
-            print(QString("%1: %2 -> %3\n").arg(countIn(helper), in.name, out.name));
+            print(QString("%1: %2 -> %3\n").arg(count, in.name, out.name));
         return CommandLine::Done;
     });
 }

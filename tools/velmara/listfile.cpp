@@ -28,6 +28,9 @@ QByteArray bytesOf(const QString& path)
     return content;
 }
 
+const char noPackedList[] = "This is no packed list, or a damaged one.";
+const char noEntries[] = "a list without entries can only be written as CSV.";
+
 void readPacked(const QString& path, ITallyObject& list)
 {
     QDataStream stream(bytesOf(path));
@@ -38,7 +41,7 @@ void readPacked(const QString& path, ITallyObject& list)
             throw;
     }
     if (stream.status() != QDataStream::Ok || !stream.atEnd())
-        throw BinaryParsingException("This is no packed list, or a damaged one.", Fault::Kind::Damaged);
+        throw BinaryParsingException(noPackedList, Fault::Kind::Damaged);
 }
 
 /// Reads the forms that all records have.
@@ -53,17 +56,24 @@ void readRecord(const ListFile& file, ITallyObject& list)
     }
 }
 
+BadRows badRowsOf(const ListFile& file) { return file.skipsBad ? BadRows::AreSkipped : BadRows::EndReading; }
+
+TallyException failureOfCsv(const ListFile& file, const ImportReport& report)
+{
+    warn(warningsOf(file.name, report, Extent::First));
+    QFile unread(file.path);
+    const bool isRead = unread.open(QIODevice::ReadOnly);
+    return TallyException(isRead ? describe(file.path, report)
+                                 : unread.errorString()); // which the report does not tell
+}
+
 QStringList readCsv(const ListFile& file, FrequencyStoreListHelper& helper, Extent extent)
 {
-    const ImportReport report = FileHandling().ReadCSV(file.path, helper.GetFrequencyStoreList(), file.type,
-                                                       file.skipsBad ? BadRows::AreSkipped : BadRows::EndReading);
-    const QStringList warnings = warningsOf(file.name, report, extent);
-    if (report.isComplete)
-        return warnings;
-    warn(warnings);
-    if (QFile unread(file.path); !unread.open(QIODevice::ReadOnly)) // of which the report does not tell the reason
-        throw TallyException(unread.errorString());
-    throw TallyException(describe(file.path, report));
+    const ImportReport report
+        = FileHandling().ReadCSV(file.path, helper.GetFrequencyStoreList(), file.type, badRowsOf(file));
+    if (!report.isComplete)
+        throw failureOfCsv(file, report);
+    return warningsOf(file.name, report, extent);
 }
 
 /// What to do about a list of the other kind.
@@ -138,20 +148,61 @@ void writeCsv(const QString& path, const QString& name, FrequencyStoreListHelper
 void writeRecord(const QString& path, Form form, const FrequencyStoreList& list)
 {
     if (list.GetFrequencyStoreEntry().isEmpty())
-        throw TallyException("a list without entries can only be written as CSV.");
+        throw TallyException(noEntries);
     if (form == Form::Xml)
         return list.WriteXml(path);
     writeBytes(path, form == Form::Packed ? packedForm(list) : list.GetBinaryRepresentationAsQByteArray());
 }
 
-void writeTo(const QString& path, const ListFile& file, FrequencyStoreListHelper& helper)
+/// Does something of which a failure concerns the file that is written.
+template <class Action> void writing(const ListFile& file, const QString& path, Action action)
 {
     try {
-        if (file.form == Form::Csv)
-            return writeCsv(path, file.name, helper);
-        writeRecord(path, file.form, helper.GetFrequencyStoreList());
+        action();
     } catch (const TallyFormException& failure) {
         throw failureOf(failure, path, file.name);
+    }
+}
+
+void writeTo(const QString& path, const ListFile& file, FrequencyStoreListHelper& helper)
+{
+    writing(file, path, [&] {
+        if (file.form == Form::Csv)
+            writeCsv(path, file.name, helper);
+        else
+            writeRecord(path, file.form, helper.GetFrequencyStoreList());
+    });
+}
+
+/// Has a file written, at its path or where it waits for standard output, which is to get all or nothing, too.
+template <class Write> void writeFile(const ListFile& file, Write write)
+{
+    const QTemporaryDir folder;
+    const QString path = file.isStream() ? folder.filePath("list") : file.path;
+    write(path);
+    if (file.isStream() && QFile::exists(path))
+        printFile(path);
+}
+
+ListForm listForm(Form form)
+{
+    switch (form) {
+    case Form::Xml: return ListForm::Xml;
+    case Form::Tagged: return ListForm::Tagged;
+    case Form::Packed: return ListForm::Packed;
+    default: return ListForm::Csv;
+    }
+}
+
+bool readNext(EntryReader& reader, const ListFile& file)
+{
+    try {
+        return reader.next();
+    } catch (const TallyFormException& failure) {
+        const bool isNoPackedList = file.form == Form::Packed && failure.GetFault().kind == Fault::Kind::Damaged;
+        if (isNoPackedList)
+            throw failureOf(BinaryParsingException(noPackedList, Fault::Kind::Damaged), file.path, file.name);
+        throw failureOf(file.form == Form::Csv ? failureOfCsv(file, reader.report()) : failure, file.path, file.name);
     }
 }
 
@@ -180,12 +231,34 @@ QStringList readThoroughly(ListFile file, FrequencyStoreListHelper& helper)
 void writeList(const ListFile& file, FrequencyStoreListHelper& helper)
 {
     const Progress progress("writing " + file.name);
-    if (!file.isStream())
-        return writeTo(file.path, file, helper);
-    const QTemporaryDir folder; // standard output is to get all or nothing, too
-    const QString path = folder.filePath("list");
-    writeTo(path, file, helper);
-    printFile(path);
+    writeFile(file, [&](const QString& path) { writeTo(path, file, helper); });
+}
+
+std::optional<qint64> copyList(const ListFile& told, const ListFile& to)
+{
+    const Progress progress("reading " + told.name);
+    const ListFile from = asRegularFile(told);
+    EntryReader reader(from.path, listForm(from.form), from.type, badRowsOf(from));
+    bool isThere = readNext(reader, from);
+    const FrequencyStoreList heading = reader.heading();
+    std::optional<qint64> count;
+    writeFile(to, [&](const QString& path) {
+        EntryWriter writer(path, listForm(to.form), to.type);
+        writer.heading() = heading;
+        for (; isThere; isThere = readNext(reader, from))
+            writing(to, path, [&] { writer.write(reader.item()); });
+        warn(warningsOf(from.name, reader.report(), Extent::First));
+        if (!(reader.heading() == heading))
+            return;
+        writing(to, path, [&] {
+            if (writer.count() == 0 && to.form != Form::Csv)
+                throw TallyException(noEntries);
+            writer.finish();
+        });
+        warn(warningsOf(to.name, writer.report()));
+        count = writer.count();
+    });
+    return count;
 }
 
 void writeBytes(const QString& path, const QByteArray& bytes)

@@ -39,5 +39,8 @@ QStringList readThoroughly(ListFile file, Velmara::FrequencyStoreListHelper& hel
 /// Writes the list of entries, or detection results as CSV. Warns of what a reader will not get back. Throws
 /// TallyFormException; a file that was there then stays as it was, and standard output gets nothing.
 void writeList(const ListFile& file, Velmara::FrequencyStoreListHelper& helper);
+/// Reads a list of store entries and writes it, as both above do, but entry by entry, so that it may be longer than
+/// memory; gives their count. None, with nothing written, if the list's own values stand behind its entries.
+std::optional<qint64> copyList(const ListFile& from, const ListFile& to);
 /// Writes a file, or to standard output for "-". Throws as above.
 void writeBytes(const QString& path, const QByteArray& bytes);
