@@ -95,17 +95,28 @@ void addLists(const Seeds& seeds, const QFileInfo& file)
         seeds.add("csvexport", file.baseName() + '.' + QString::number(type), char(type << 1) + packed(lists));
 }
 
+void addList(const Seeds& seeds, const QVector<FrequencyStoreEntry>& entries)
+{
+    FrequencyStoreList list;
+    list.SetFrequencyStoreEntry(entries);
+    const QByteArray document = list.GetXmlString().toUtf8();
+    seeds.add("documents", "list", "seed\1" + document);
+    const QByteArray forms[] = {document, list.GetBinaryRepresentationAsQByteArray(), packed(list),
+                                list.GetCompressedBinaryRepresentationAsQByteArray()};
+    for (int form = 0; form < 4; ++form)
+        for (const bool isValidating : {true, false})
+            seeds.add("lists", QString("%1.%2").arg(form).arg(isValidating),
+                      QByteArray(1, char(form % 3 + form / 3)) + '\0' + char(isValidating << 1) + forms[form]);
+}
+
 template <class R> void addRandom(const Seeds& seeds)
 {
     Subject subject{DescriptionOf(R())};
     const R record = RandomFiller(subject.of.id).setEverything().template make<R>();
     read(subject, Form::Packed, packed(record));
     seeds.addRecord(R::className, subject);
-    if constexpr (std::is_same_v<R, FrequencyStoreEntry>) {
-        FrequencyStoreList list;
-        list.SetFrequencyStoreEntry({record});
-        seeds.add("documents", R::className, "seed\1" + list.GetXmlString().toUtf8());
-    }
+    if constexpr (std::is_same_v<R, FrequencyStoreEntry>)
+        addList(seeds, {record, record});
 }
 
 template <class... R> void addAllRandom(const Seeds& seeds, RecordTypes<R...>) { (addRandom<R>(seeds), ...); }
@@ -115,8 +126,9 @@ void addTable(const Seeds& seeds, const QFileInfo& file)
     const QByteArray content = contentOf(file.filePath());
     seeds.add("csvloader", file.baseName(), '\0' + content);
     for (int type = 0; type < FrequencyStoreListHelper::GetListTypes().size(); ++type)
-        seeds.add("csvimport", file.baseName() + '.' + QString::number(type),
-                  QByteArray(1, char(type)) + '\0' + content);
+        for (const QByteArray& target : {QByteArray("csvimport"), QByteArray("lists")})
+            seeds.add(target, file.baseName() + '.' + QString::number(type),
+                      (target == "lists" ? "\3" : "") + QByteArray(1, char(type)) + '\0' + content);
 }
 
 void addFound(const Seeds& seeds)
