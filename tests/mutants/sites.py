@@ -142,6 +142,8 @@ class Source:
     def condition(self, i):
         """The condition behind an opening bracket, unless it declares a name."""
         last = self.reach(i, 1, {})
+        if self.tokens[last + 1] in "&|^":  # of which only a part would be negated
+            return
         first = self.reach(last + 1, -1, {";"})
         if "=" not in self.tokens[first : last + 1] and "[" not in self.tokens[first : last + 1]:
             self.add("condition", i, self.negate(first, last))
