@@ -9,6 +9,7 @@
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <optional>
@@ -57,7 +58,7 @@ public:
 
     XmlFile& bytes() { return *m_bytes; }
     const XmlFile& bytes() const { return *m_bytes; }
-    int read(char* to, int size) override { return int(m_bytes->read(to, size)); }
+    int read(char* to, int size) override { return std::max(0, int(m_bytes->read(to, size))); }
     QXmlStreamReader& restart() override
     {
         if (m_bytes->reason().isNull()) {

@@ -16,7 +16,7 @@ public:
         try {
             if (std::exchange(m_isAtBeginning, false))
                 begin(list);
-            while (m_items == 0)
+            while (m_items <= 0) // whatever a damaged count says
                 if (!readOn(list))
                     return false;
             --m_items;
@@ -40,8 +40,8 @@ protected:
     kernel::BinarySource& in() { return m_window.in(); }
     [[noreturn]] void fail(const List& list, const char* text) const
     {
-        throw TALLYFORM::BinaryParsingException(
-            QLatin1String(text) + QStringLiteral(" '%1'.").arg(list.GetObjectName()), TALLYFORM::Fault::Kind::Damaged);
+        throw TALLYFORM::BinaryParsingException(QString(QLatin1String(text)).arg(list.GetObjectName()),
+                                                TALLYFORM::Fault::Kind::Damaged);
     }
 
     Window m_window;
@@ -57,7 +57,8 @@ public:
     explicit TaggedSource(const QString& path) : BinaryListSource<List, Item>(path, quint32(List::id)) {}
 
 private:
-    static constexpr const char* ofAnotherLength = "The binary representation is of another length than it says in";
+    static constexpr const char* ofAnotherLength
+        = "The binary representation of '%1' is of another length than it says.";
 
     using BinaryListSource<List, Item>::m_window;
     using BinaryListSource<List, Item>::m_items;
@@ -70,8 +71,10 @@ private:
         if (m_window.hold(frameSize))
             in() >> tag;
         if (tag != quint32(List::id))
-            fail(list, "No binary representation of");
-        in() >> m_left;
+            fail(list, "No binary representation of '%1'.");
+        qint32 length = 0;
+        in() >> length;
+        m_left = length;
         kernel::Record<List>::propagate(list);
         kernel::Record<List>::ownData(list);
     }
@@ -112,7 +115,7 @@ private:
     }
 
     static constexpr int frameSize = 8; // tag and length
-    qint32 m_left = 0;                  ///< how much of the list's frame is to come
+    qint64 m_left = 0;                  ///< how much of the list's frame is to come
 };
 
 template <class List, class Item> class PackedSource final : public BinaryListSource<List, Item>
@@ -131,7 +134,7 @@ private:
         kernel::Record<List>::propagate(list);
         m_window.readWhole([&] { readHeading(list); }, [&] { list.Reset(); });
         if (!in().isOk())
-            fail(list, "The file ends within");
+            fail(list, "The packed form of '%1' ends early.");
     }
 
     /// The items stand behind all else.
@@ -158,7 +161,7 @@ private:
     bool readOn(List& list) override
     {
         if (!m_window.atEnd())
-            fail(list, "More follows behind");
+            fail(list, "More follows behind the packed form of '%1'.");
         return false;
     }
 
@@ -170,7 +173,7 @@ private:
                 [&] { items.clear(); });
         });
         if (!in().isOk())
-            fail(list, "The file ends within");
+            fail(list, "The packed form of '%1' ends early.");
     }
 };
 
