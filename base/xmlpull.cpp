@@ -2,8 +2,6 @@
 
 #include "base/tallyobject.h"
 
-#include <QXmlStreamReader>
-
 namespace TALLYFORM {
 
 XmlPull::~XmlPull() = default;
@@ -11,6 +9,7 @@ XmlPull::~XmlPull() = default;
 /// Entities of a document type definition let a small document grow without bound.
 XmlPull::Tag QtPull::next()
 {
+    m_attributes.reset();
     while (!m_reader.atEnd()) {
         switch (m_reader.readNext()) {
         case QXmlStreamReader::StartElement: return Tag::Start;
@@ -29,10 +28,12 @@ std::string_view QtPull::name() { return utf8(m_reader.name()); }
 std::optional<std::string_view> QtPull::attribute(std::string_view name)
 {
     const QLatin1String wanted(name.data(), int(name.size()));
-    const QXmlStreamAttributes attributes = m_reader.attributes();
-    if (!attributes.hasAttribute(wanted))
-        return {};
-    return utf8(attributes.value(wanted));
+    if (!m_attributes)
+        m_attributes = m_reader.attributes();
+    for (const QXmlStreamAttribute& each : qAsConst(*m_attributes))
+        if (each.qualifiedName() == wanted)
+            return utf8(each.value());
+    return {};
 }
 
 std::string_view QtPull::elementText()
@@ -54,12 +55,14 @@ std::string_view QtPull::utf8(QStringView text)
 {
     m_ascii.resize(int(text.size()));
     char* to = m_ascii.data();
+    char16_t all = 0;
     for (const QChar c : text) {
-        if (c.unicode() >= 0x80) {
-            m_utf8 = text.toUtf8();
-            return {m_utf8.constData(), std::size_t(m_utf8.size())};
-        }
+        all |= c.unicode();
         *to++ = char(c.unicode());
+    }
+    if (all >= 0x80) {
+        m_utf8 = text.toUtf8();
+        return {m_utf8.constData(), std::size_t(m_utf8.size())};
     }
     return {m_ascii.data(), std::size_t(m_ascii.size())};
 }

@@ -5,11 +5,10 @@
 #include <QByteArray>
 #include <QString>
 #include <QVarLengthArray>
+#include <QXmlStreamReader>
 
 #include <optional>
 #include <string_view>
-
-class QXmlStreamReader;
 
 namespace TALLYFORM {
 
@@ -59,6 +58,7 @@ private:
     std::string_view utf8(QStringView text);
 
     QXmlStreamReader& m_reader;
+    std::optional<QXmlStreamAttributes> m_attributes; ///< of the tag, once they were asked for
     QVarLengthArray<char, 256> m_ascii;
     QByteArray m_utf8; ///< of a text with other characters
 };

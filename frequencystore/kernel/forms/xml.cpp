@@ -18,8 +18,9 @@ QString versionIn(XmlPull& in, const QString& expected)
     const auto version = in.attribute("Version");
     if (!version)
         return QStringLiteral("");
-    const QString text = QString::fromUtf8(version->data(), int(version->size()));
-    return text == expected ? expected : text; // shared by all records of the document
+    if (expected == QLatin1String(version->data(), int(version->size()))) // both are ASCII
+        return expected;
+    return QString::fromUtf8(version->data(), int(version->size()));
 }
 
 void refuseUnknown(const ITallyObject& self, std::string_view element)
