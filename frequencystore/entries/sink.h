@@ -5,6 +5,8 @@
 #include "frequencystore/entries/source.h"
 #include "frequencystore/listwriter.h"
 
+#include <QtEndian>
+
 namespace Velmara {
 
 /// Where the items of a list go.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/fault.h"
+#include "base/exceptions.h"
 #include "base/frameinput.h"
 #include "frequencystore/kernel/bytes/bytes.h"
 
