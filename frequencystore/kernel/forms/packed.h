@@ -139,15 +139,15 @@ template <class R> void Record<R>::writePacked(const R& r, BinarySink& out)
 
 template <class R> void Record<R>::readPacked(R& r, BinarySource& in)
 {
-    auto& data = ownData(r);
     const quint64 bits = getBits<DataOf<R>::count>(in);
     if constexpr (IsVersioned<R>) {
         const QString version = getVersion(r, in, R::schemaVersion());
-        data.bits = bits;
+        ownData(r).bits = bits;
         upgrade(r, version);
     } else {
-        data.bits = bits;
+        ownData(r).bits = bits;
     }
+    auto& data = ownData(r); // behind the upgrade, which may reset it
     visit(data, PackedReader(r, data, in));
 }
 
