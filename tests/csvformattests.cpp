@@ -28,28 +28,6 @@ Entry plainEntry()
     return entry;
 }
 
-QString told(const ImportReport& report)
-{
-    EXPECT_EQ(report.isComplete, report.error.isEmpty());
-    QStringList lines{QString("%1 read").arg(report.entries)};
-    if (!report.isComplete)
-        lines += "failed at " + told(report.failed) + ": " + report.error;
-    for (const CsvBadRow& row : report.skipped)
-        lines += "skipped " + told(row.place) + ": " + row.reason;
-    if (report.isMisencoded)
-        lines += "misencoded";
-    if (report.emptyLine > 0)
-        lines += QString("data behind the empty line %1").arg(report.emptyLine);
-    for (const CsvCell& cell : report.misread)
-        lines += "misread " + told(cell);
-    for (const auto& [fault, columns] : {std::pair("unknown ", report.unknownColumns),
-                                         {"repeated ", report.repeatedColumns},
-                                         {"missing ", report.missingColumns}})
-        for (const QString& column : columns)
-            lines += fault + column;
-    return lines.join('\n') + '\n';
-}
-
 } // namespace
 
 class CsvFormats : public ExchangeTest

@@ -8,25 +8,6 @@ using namespace TALLYFORM;
 
 using Kind = Fault::Kind;
 
-namespace {
-
-/// What the exception of an action carries; of kind Other without one.
-template <class Action> Fault faultOf(Action action)
-{
-    try {
-        action();
-    } catch (const TallyFormException& failure) {
-        EXPECT_EQ(failure.GetFault().message, failure.GetMessage());
-        return failure.GetFault();
-    }
-    return {};
-}
-
-/// What a fault tells.
-auto told(const Fault& fault) { return std::tuple(fault.kind, fault.path, fault.member, fault.message); }
-
-} // namespace
-
 /// But for a choice, which tells Check of its alternative alone.
 TEST(Faults, AreThereWhereCheckThrows)
 {

@@ -23,5 +23,24 @@ template <class E, class Action> QString messageOf(Action action)
     return "none";
 }
 
+/// What the exception of an action carries; of kind Other without one.
+template <class Action> TALLYFORM::Fault faultOf(Action action)
+{
+    try {
+        action();
+    } catch (const TALLYFORM::TallyFormException& failure) {
+        EXPECT_EQ(failure.GetFault().message, failure.GetMessage());
+        return failure.GetFault();
+    }
+    return {};
+}
+
+/// All that a fault tells.
+inline QString told(const TALLYFORM::Fault& fault)
+{
+    return QStringList{QString::number(int(fault.kind)), fault.path, fault.member, fault.place.text(), fault.message}
+        .join(" | ");
+}
+
 /// Calls a visitor with each class: [&]<class R>() { ... }
 template <class... R> void forAll(Velmara::RecordTypes<R...>, auto visitor) { (visitor.template operator()<R>(), ...); }

@@ -58,15 +58,6 @@ protected:
     Note m_note;
 };
 
-TEST_F(FileTest, XmlIsWrittenIndented)
-{
-    ASSERT_TRUE(Note(QString::fromUtf8("\u00e4"), "").SaveXml(path("note")));
-    EXPECT_EQ(read("note"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Note>\n <Title>\xc3\xa4</Title>\n"
-                            " <Body></Body>\n</Note>\n");
-    EXPECT_TRUE(m_note.LoadXml(path("note")));
-    EXPECT_EQ(m_note, Note(QString::fromUtf8("\u00e4"), ""));
-}
-
 TEST_F(FileTest, TheFirstBytesOfADocumentDecideOverTheEncodingThatItDeclares)
 {
     const QString odd = QString::fromUtf8("\u3c22"); // whose bytes are a quote and a tag's begin
