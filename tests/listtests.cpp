@@ -141,7 +141,7 @@ TEST_F(Lists, FailWhereTheWholeListDoes)
         {end, end + "<more/>"},
         {end, "<Type>left alone</Type>" + end},
         {end, "<FrequencyStoreEntry/>" + end},
-        {end, "<FrequencyStoreEntry><FFM_Settings><No/></FFM_Settings></FrequencyStoreEntry>" + end},
+        {end, "<FrequencyStoreEntry Version='2.0'><No/></FrequencyStoreEntry>" + end},
         {next, "</FrequencyStoreEntry><!-- --><Name>behind</Name><FrequencyStoreEntry"},
         {next, "</FrequencyStoreEntry></Type><FrequencyStoreEntry"},
         {"<FrequencyStoreList", "<!-- --><FrequencyStoreList"},
